@@ -23,9 +23,10 @@ struct Rect {
     [[nodiscard]] double maxX() const { return x + width; }
     [[nodiscard]] double maxY() const { return y + height; }
 
-    /// Inclusive at every edge: a pointer pushed against a screen's edge is on that screen.
+    /// The pixels of a screen begin at its top-left corner: its left and top edges are its own, its right and bottom
+    /// edges belong to the next screen.
     [[nodiscard]] bool contains(Point p) const {
-        return p.x >= minX() && p.x <= maxX() && p.y >= minY() && p.y <= maxY();
+        return p.x >= minX() && p.x < maxX() && p.y > minY() && p.y <= maxY();
     }
 
     bool operator==(const Rect&) const = default;

@@ -1,0 +1,151 @@
+#include "session/SessionManager.h"
+
+#include "app/ApplicationDelegate.h"
+#include "base/Fatal.h"
+#include "lockdown/KioskManager.h"
+#include "platform/RandomSource.h"
+#include "platform/Timers.h"
+#include "session/ContentLimit.h"
+#include "session/EmojiPool.h"
+#include "session/RainbowColors.h"
+#include "settings/SessionSettings.h"
+#include "sound/SoundEngine.h"
+
+#include <array>
+#include <utility>
+
+namespace tapalong {
+
+namespace {
+
+constexpr double wipeAfter = 5.0; // seconds of uninterrupted deletes
+constexpr int blanksPerTab = 4;
+
+SessionManager* sharedInstance = nullptr;
+
+ApplicationDelegate& sharedDelegate() {
+    auto* delegate = ApplicationDelegate::shared();
+    verify(delegate != nullptr, "the application delegate must be there before a session starts or ends");
+    return *delegate;
+}
+
+} // namespace
+
+SessionManager::SessionManager(SessionSettings& settings, const Platform& platform)
+    : m_settings(settings), m_platform(platform) {
+    sharedInstance = this;
+}
+
+SessionManager::~SessionManager() {
+    if (sharedInstance == this) {
+        sharedInstance = nullptr;
+    }
+}
+
+SessionManager& SessionManager::shared() {
+    verify(sharedInstance != nullptr, "the session manager must exist before it is used");
+    return *sharedInstance;
+}
+
+void SessionManager::startSession() {
+    if (isSessionActive()) {
+        return;
+    }
+    m_isSessionActive.set(true);
+    m_typedContent.set({});
+    m_soundEngine = std::make_unique<SoundEngine>(m_settings, m_platform.systemSounds, m_platform.standardOutput);
+    m_kioskManager = std::make_shared<KioskManager>(m_settings, m_platform);
+    m_kioskManager->activate([weak = weak_from_this()](const KeyEvent& event) {
+        if (const auto self = weak.lock()) {
+            self->handleKeyEvent(event);
+        }
+    });
+    sharedDelegate().showSessionWindow();
+}
+
+void SessionManager::endSession() {
+    if (!isSessionActive()) {
+        return;
+    }
+    if (m_kioskManager) {
+        m_kioskManager->deactivate();
+    }
+    m_kioskManager.reset();
+    m_soundEngine.reset();
+    m_isSessionActive.set(false);
+    m_typedContent.set({});
+    sharedDelegate().dismissSessionWindow();
+}
+
+void SessionManager::handleKeyEvent(const KeyEvent& event) {
+    using Kind = KeyEvent::Kind;
+    const SessionSettings& settings = m_settings;
+    if (event.kind != Kind::deleteLast) {
+        m_deleteHoldStart.reset();
+    }
+    switch (event.kind) {
+    case Kind::printable:
+        appendCharacter(event.character.value(), settings);
+        break;
+    case Kind::space:
+        appendCharacter(Character(" "), settings);
+        break;
+    case Kind::enter:
+        appendCharacter(Character("\n"), settings);
+        break;
+    case Kind::tab:
+        for (int blank = 0; blank < blanksPerTab; ++blank) {
+            appendCharacter(Character(" "), settings);
+        }
+        break;
+    case Kind::deleteLast:
+        deleteLastOrWipe();
+        break;
+    case Kind::emoji:
+        appendCharacter(EmojiPool::nextAvoiding(m_recentEmoji, m_platform.random), settings);
+        break;
+    case Kind::celestial:
+        appendCharacter(celestialCharacter(), settings);
+        break;
+    case Kind::suppressed:
+        return;
+    }
+    if (m_soundEngine) {
+        m_soundEngine->playKeySound();
+    }
+}
+
+void SessionManager::deleteLastOrWipe() {
+    const double now = m_platform.timers.now();
+    if (!m_deleteHoldStart) {
+        m_deleteHoldStart = now;
+    }
+    if (now - *m_deleteHoldStart >= wipeAfter) {
+        m_typedContent.set({});
+        m_deleteHoldStart.reset();
+    } else if (!typedContent().empty()) {
+        m_typedContent.mutate([](auto& content) { content.pop_back(); });
+    }
+}
+
+Character SessionManager::celestialCharacter() {
+    static const std::array sky{Character("🌙"),       Character("⭐"),       Character("🌟"),    Character("☀\uFE0F"),
+                                Character("🌈"),       Character("☁\uFE0F"), Character("🌤"), Character("⚡"),
+                                Character("❄\uFE0F"), Character("🪐"),    Character("🌍"),    Character("🌕"),
+                                Character("💫"),       Character("✨"),       Character("🌊")};
+    return sky.at(static_cast<std::size_t>(m_platform.random.uniform(sky.size())));
+}
+
+void SessionManager::appendCharacter(Character character, const SessionSettings& settings) {
+    const Color color =
+        settings.rainbowMode.get() ? RainbowColors::next(settings.backgroundIsLight()) : settings.foregroundColor();
+    m_typedContent.mutate(
+        [&](auto& content) { content.emplace_back(std::move(character), color, Uuid::random(m_platform.random)); });
+    if (const auto drop = charactersToDrop(typedContent(), settings.maxCharacters.get()); drop > 0) {
+        m_typedContent.mutate([drop](auto& content) {
+            content.erase(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(drop));
+        });
+    }
+}
+
+} // namespace tapalong

@@ -1,0 +1,140 @@
+#include "settings/SettingsView.h"
+
+#include "platform/Accessibility.h"
+#include "platform/Notices.h"
+#include "platform/SystemSounds.h"
+#include "session/SessionManager.h"
+#include "settings/SessionSettings.h"
+#include "settings/ShortcutRecorder.h"
+#include "sound/SoundPack.h"
+
+#include <utility>
+
+namespace tapalong {
+
+namespace {
+
+constexpr double permissionInterval = 2.0; // seconds
+constexpr double grantInterval = 1.0;      // seconds
+
+} // namespace
+
+SettingsView::SettingsView(std::shared_ptr<SessionManager> sessionManager, SessionSettings& settings,
+                           const Platform& platform)
+    : m_sessionManager(std::move(sessionManager)), m_settings(settings), m_platform(platform),
+      m_shortcutRecorder(std::make_shared<ShortcutRecorder>(settings, platform)) {}
+
+SettingsView::~SettingsView() = default;
+
+void SettingsView::onAppear() {
+    checkAccessibilityPermission();
+    m_accessibilityTimer =
+        m_platform.timers.scheduledTimer(permissionInterval, Repeats::yes, weak_from_this(), [weak = weak_from_this()] {
+            if (const auto self = weak.lock()) {
+                self->checkAccessibilityPermission();
+            }
+        });
+}
+
+void SettingsView::onDisappear() {
+    if (m_accessibilityTimer) {
+        m_platform.timers.invalidate(*m_accessibilityTimer);
+        m_accessibilityTimer.reset();
+    }
+    m_shortcutRecorder->stopRecordingShortcut();
+}
+
+void SettingsView::checkAccessibilityPermission() {
+    // Announced only when it changes: this runs every two seconds for as long as the window is open.
+    if (const bool granted = m_platform.accessibility.isProcessTrusted(); granted != accessibilityGranted()) {
+        m_accessibilityGranted.set(granted);
+    }
+}
+
+void SettingsView::requestAccessibilityPermission() {
+    m_platform.accessibility.isProcessTrustedWithPrompt();
+    const auto token = std::make_shared<std::optional<TimerToken>>();
+    *token = m_platform.timers.scheduledTimer(grantInterval, Repeats::yes, weak_from_this(),
+                                              [weak = weak_from_this(), token] {
+                                                  if (const auto self = weak.lock()) {
+                                                      self->watchForGrant(token);
+                                                  }
+                                              });
+}
+
+void SettingsView::watchForGrant(std::shared_ptr<std::optional<TimerToken>> watcher) {
+    if (m_platform.accessibility.isProcessTrusted()) {
+        m_accessibilityGranted.set(true);
+        m_platform.timers.invalidate(watcher->value());
+    }
+}
+
+std::string_view SettingsView::lockdownInfo() const {
+    return accessibilityGranted()
+               ? "Blocks Cmd+Tab, Cmd+Q, and other system shortcuts. Hides the dock and disables force quit. Mouse "
+                 "cursor stays visible for hot corner exit."
+               : "Grant accessibility permission to enable lockdown mode. Required for intercepting system shortcuts.";
+}
+
+std::string_view SettingsView::emojiInfo() const {
+    return "Shift, Cmd, Option, Control, and Caps Lock will produce random toddler-friendly emoji instead of being "
+           "silently ignored.";
+}
+
+bool SettingsView::showsAccessibilityWarning() const {
+    return m_settings.kioskMode.get() && !accessibilityGranted();
+}
+
+bool SettingsView::showsPasswordWarning() const {
+    return m_settings.exitPassword.get().empty();
+}
+
+bool SettingsView::showsSoundPicker() const {
+    return m_settings.soundEnabled.get();
+}
+
+bool SettingsView::showsColorPickers() const {
+    return !m_settings.useSystemAppearance.get();
+}
+
+std::vector<std::string> SettingsView::notices() const {
+    return m_platform.notices.notices();
+}
+
+Color SettingsView::customFG() const {
+    return Color::fromHex(m_settings.customFGColorHex.get()).value_or(NamedColor::white);
+}
+
+Color SettingsView::customBG() const {
+    return Color::fromHex(m_settings.customBGColorHex.get()).value_or(NamedColor::black);
+}
+
+void SettingsView::setCustomFG(const Color& color) {
+    m_settings.customFGColorHex.set(color.hexString());
+}
+
+void SettingsView::setCustomBG(const Color& color) {
+    m_settings.customBGColorHex.set(color.hexString());
+}
+
+void SettingsView::previewSound() {
+    const auto& pack = SoundPack::packWithID(m_settings.selectedSoundPack.get());
+    m_preview = m_platform.systemSounds.soundNamed(pack.systemSoundName);
+    if (m_preview) {
+        m_preview->play();
+    }
+}
+
+bool SettingsView::isStartEnabled() const {
+    return !showsPasswordWarning();
+}
+
+void SettingsView::startSession() {
+    m_sessionManager->startSession();
+}
+
+std::string SettingsView::exitHint() const {
+    return "Move mouse to " + std::string(label(m_settings.exitCorner.get())) + " corner to exit";
+}
+
+} // namespace tapalong
