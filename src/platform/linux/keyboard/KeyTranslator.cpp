@@ -1,0 +1,208 @@
+#include "platform/linux/keyboard/KeyTranslator.h"
+
+#include "platform/linux/keyboard/VirtualKeyCodes.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tapalong {
+
+namespace {
+
+constexpr std::uint32_t xkbOffset = 8;
+
+// The eight real modifiers lead every keymap, in the order of the X protocol.
+constexpr std::uint32_t shiftMask = 1U << 0U;
+constexpr std::uint32_t lockMask = 1U << 1U;
+constexpr std::uint32_t controlMask = 1U << 2U;
+constexpr std::uint32_t altMask = 1U << 3U;
+constexpr std::uint32_t superMask = 1U << 6U;
+
+XkbHandle<xkb_state> newState(xkb_keymap* keymap) {
+    return XkbHandle<xkb_state>{keymap != nullptr ? xkb_state_new(keymap) : nullptr};
+}
+
+// A layout may put anything on a modifier's place (Caps Lock that is a Backspace): such a key is an ordinary one.
+bool modifies(xkb_keysym_t keysym) {
+    return keysym == XKB_KEY_NoSymbol || keysym == XKB_KEY_VoidSymbol || keysym == XKB_KEY_Mode_switch ||
+           (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R) ||
+           (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock);
+}
+
+EventType typeOf(const std::optional<VirtualKey>& key, xkb_keysym_t keysym, KeyAction action) {
+    if (!key) {
+        return EventType::systemDefined;
+    }
+    if (key->kind == KeyKind::modifier && modifies(keysym)) {
+        return EventType::flagsChanged;
+    }
+    return action == KeyAction::release ? EventType::keyUp : EventType::keyDown;
+}
+
+} // namespace
+
+void KeyTranslator::setKeymap(xkb_keymap* keymap) {
+    const KeyboardState before = reckoned();
+    m_keymap.reset(xkb_keymap_ref(keymap));
+    m_levelThree = 0;
+    for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap); ++code) {
+        const xkb_keysym_t* symbols = nullptr;
+        const int count = xkb_keymap_key_get_syms_by_level(keymap, code, 0, 0, &symbols);
+        if (count == 1 && *symbols == XKB_KEY_ISO_Level3_Shift && code >= xkbOffset) {
+            m_levelThree |= modifiersOfKey(code - xkbOffset);
+        }
+    }
+    restart(before);
+}
+
+void KeyTranslator::synchronize(const KeyboardState& server) {
+    const KeyboardState own = reckoned();
+    const auto effectiveMods = [](const KeyboardState& s) { return s.depressedMods | s.latchedMods | s.lockedMods; };
+    const auto effectiveGroup = [](const KeyboardState& s) {
+        return s.depressedGroup + s.latchedGroup + s.lockedGroup;
+    };
+    if (effectiveMods(own) != effectiveMods(server) || own.lockedMods != server.lockedMods ||
+        effectiveGroup(own) != effectiveGroup(server)) {
+        restart(server);
+    }
+}
+
+void KeyTranslator::follow(std::uint32_t kernelCode, KeyAction action) {
+    const bool held = isHeld(kernelCode);
+    if (action == KeyAction::press && !held) {
+        m_held.insert(kernelCode);
+        if (m_state) {
+            m_reckoned.insert(kernelCode);
+            xkb_state_update_key(m_state.get(), kernelCode + xkbOffset, XKB_KEY_DOWN);
+        }
+    } else if (action == KeyAction::release) {
+        m_held.erase(kernelCode);
+        if (m_reckoned.erase(kernelCode) != 0) {
+            xkb_state_update_key(m_state.get(), kernelCode + xkbOffset, XKB_KEY_UP);
+        } else {
+            releaseUnreckoned(kernelCode);
+        }
+    }
+}
+
+TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction action) {
+    const auto key = virtualKeyOf(kernelCode);
+    const ModifierFlags flagsBefore = flags();
+    TranslatedKey result;
+    result.keysym = m_state ? xkb_state_key_get_one_sym(m_state.get(), kernelCode + xkbOffset) : XKB_KEY_NoSymbol;
+    result.isChord = isChord();
+    const EventType type = typeOf(key, result.keysym, action);
+    if (type == EventType::keyDown) {
+        result.text = typedText(kernelCode, action, result.keysym);
+    }
+    follow(kernelCode, action);
+
+    const bool isCapsLock = type == EventType::flagsChanged && result.keysym == XKB_KEY_Caps_Lock;
+    if ((isCapsLock && flags() == flagsBefore) || (type == EventType::flagsChanged && action == KeyAction::repeat)) {
+        return result;
+    }
+    InputEvent event{.type = type, .modifierFlags = flags()};
+    if (key) {
+        event.keyCode = key->code;
+        event.modifierFlags |= ownFlagsOf(key->kind);
+    }
+    if (result.text) {
+        event.characters = [text = *result.text] { return std::optional(text); };
+    }
+    result.event = std::move(event);
+    return result;
+}
+
+void KeyTranslator::forgetHeldKeys() {
+    m_compose.reset();
+    m_held.clear();
+    m_reckoned.clear();
+    restart(reckoned());
+}
+
+ModifierFlags KeyTranslator::flags() const {
+    ModifierFlags flags = 0;
+    flags |= isActive(shiftMask) ? Modifier::shift : 0;
+    flags |= isActive(controlMask) ? Modifier::control : 0;
+    flags |= isActive(altMask | m_levelThree) ? Modifier::option : 0;
+    flags |= isActive(superMask) ? Modifier::command : 0;
+    flags |= (reckoned().lockedMods & lockMask) != 0 ? Modifier::capsLock : 0;
+    return flags;
+}
+
+KeyboardState KeyTranslator::reckoned() const {
+    if (!m_state) {
+        return {};
+    }
+    return {.depressedMods = xkb_state_serialize_mods(m_state.get(), XKB_STATE_MODS_DEPRESSED),
+            .latchedMods = xkb_state_serialize_mods(m_state.get(), XKB_STATE_MODS_LATCHED),
+            .lockedMods = xkb_state_serialize_mods(m_state.get(), XKB_STATE_MODS_LOCKED),
+            .depressedGroup = xkb_state_serialize_layout(m_state.get(), XKB_STATE_LAYOUT_DEPRESSED),
+            .latchedGroup = xkb_state_serialize_layout(m_state.get(), XKB_STATE_LAYOUT_LATCHED),
+            .lockedGroup = xkb_state_serialize_layout(m_state.get(), XKB_STATE_LAYOUT_LOCKED)};
+}
+
+void KeyTranslator::restart(const KeyboardState& state) {
+    m_state = newState(m_keymap.get());
+    m_reckoned.clear();
+    if (m_state) {
+        xkb_state_update_mask(m_state.get(), state.depressedMods, state.latchedMods, state.lockedMods,
+                              state.depressedGroup, state.latchedGroup, state.lockedGroup);
+    }
+}
+
+// m_state does not know that the key was down, so what it contributed is taken away by hand, unless another held key
+// contributes the same.
+void KeyTranslator::releaseUnreckoned(std::uint32_t kernelCode) {
+    std::uint32_t released = modifiersOfKey(kernelCode);
+    for (const std::uint32_t other : m_held) {
+        released &= ~modifiersOfKey(other);
+    }
+    KeyboardState state = reckoned();
+    if ((state.depressedMods & released) != 0) {
+        state.depressedMods &= ~released;
+        restart(state);
+    }
+}
+
+std::uint32_t KeyTranslator::modifiersOfKey(std::uint32_t kernelCode) const {
+    const auto scratch = newState(m_keymap.get());
+    if (!scratch) {
+        return 0;
+    }
+    xkb_state_update_key(scratch.get(), kernelCode + xkbOffset, XKB_KEY_DOWN);
+    return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);
+}
+
+bool KeyTranslator::isActive(std::uint32_t mods) const {
+    return m_state && (xkb_state_serialize_mods(m_state.get(), XKB_STATE_MODS_EFFECTIVE) & mods) != 0;
+}
+
+bool KeyTranslator::isChord() const {
+    return isActive(controlMask | (altMask & ~m_levelThree) | superMask);
+}
+
+std::optional<std::string> KeyTranslator::typedText(std::uint32_t kernelCode, KeyAction action, xkb_keysym_t keysym) {
+    if (!m_state || (action == KeyAction::repeat && m_compose.isUnderWay())) {
+        return std::nullopt;
+    }
+    if (action == KeyAction::press && !isActive(controlMask | superMask)) {
+        auto step = m_compose.press(keysym);
+        if (step.underWay) {
+            return std::nullopt;
+        }
+        if (step.finished) {
+            return std::move(step.finished);
+        }
+    }
+    const xkb_keycode_t code = kernelCode + xkbOffset;
+    std::string text(64, '\0');
+    const int length = xkb_state_key_get_utf8(m_state.get(), code, text.data(), text.size());
+    if (length <= 0) {
+        return std::nullopt;
+    }
+    text.resize(std::min(static_cast<std::size_t>(length), text.size() - 1));
+    return text;
+}
+
+} // namespace tapalong

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/InputEvent.h"
+#include "platform/linux/keyboard/ComposeSequence.h"
+#include "platform/linux/keyboard/XkbHandles.h"
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace tapalong {
+
+enum class KeyAction : std::uint8_t { press, repeat, release };
+
+/// The display server's own account of modifiers and layout, as XkbStateNotify and wl_keyboard.modifiers give it.
+struct KeyboardState {
+    std::uint32_t depressedMods = 0;
+    std::uint32_t latchedMods = 0;
+    std::uint32_t lockedMods = 0;
+    std::uint32_t depressedGroup = 0;
+    std::uint32_t latchedGroup = 0;
+    std::uint32_t lockedGroup = 0;
+};
+
+struct TranslatedKey {
+    /// None where nothing happened: Caps Lock reports that its lock changed, not each press and release.
+    std::optional<InputEvent> event{};
+    xkb_keysym_t keysym = XKB_KEY_NoSymbol;
+    std::optional<std::string> text{};
+    /// Control, Alt or Super is down: a command, not typing. AltGr alone makes no command.
+    bool isChord = false;
+};
+
+/// Turns the keys of one keyboard into input events: the code by the key's place, the text by the active layout.
+///
+/// Display servers report a modifier after the key that changed it, but our events carry the modifiers as they are
+/// after the key. So the translator reckons them itself, and synchronize() puts it right where the server knows
+/// better. Before the first keymap no key has text or modifiers.
+class KeyTranslator {
+public:
+    /// `keymap` is shared; modifiers, locks and layout start from nothing until synchronize().
+    void setKeymap(xkb_keymap* keymap);
+
+    /// To be called for each report of the server, after the keys that came before it.
+    void synchronize(const KeyboardState& server);
+
+    /// Follows a key that somebody else gets, so that its release later is not a surprise.
+    void follow(std::uint32_t kernelCode, KeyAction action);
+
+    /// `kernelCode` as in VirtualKeyCodes.h. The event's text is fixed now, whatever the layout becomes.
+    [[nodiscard]] TranslatedKey translate(std::uint32_t kernelCode, KeyAction action);
+
+    /// A press of a key that is held is a repetition.
+    [[nodiscard]] bool isHeld(std::uint32_t kernelCode) const { return m_held.contains(kernelCode); }
+
+    /// The keyboard is lost to somebody else: what is released there is not seen. An unfinished sequence ends.
+    void forgetHeldKeys();
+
+    /// The modifiers as they are now.
+    [[nodiscard]] ModifierFlags flags() const;
+
+private:
+    [[nodiscard]] KeyboardState reckoned() const;
+    void restart(const KeyboardState& state);
+    void releaseUnreckoned(std::uint32_t kernelCode);
+    [[nodiscard]] std::uint32_t modifiersOfKey(std::uint32_t kernelCode) const;
+    [[nodiscard]] bool isActive(std::uint32_t mods) const;
+    [[nodiscard]] bool isChord() const;
+    [[nodiscard]] std::optional<std::string> typedText(std::uint32_t kernelCode, KeyAction action, xkb_keysym_t keysym);
+
+    XkbHandle<xkb_keymap> m_keymap;
+    XkbHandle<xkb_state> m_state;
+    ComposeSequence m_compose;
+    std::set<std::uint32_t> m_held;
+    std::set<std::uint32_t> m_reckoned; ///< those of m_held whose press m_state has seen
+    std::uint32_t m_levelThree = 0;     ///< the real modifiers of AltGr in this keymap
+};
+
+} // namespace tapalong
