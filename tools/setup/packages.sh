@@ -55,10 +55,9 @@ explain_other_system() { # GROUP...
     local group
     for group in "$@"; do
         say ""
-        sed -n "s/^\[$group\] /  To $group: /p" "$PACKAGE_LIST" | fold -s -w 100 | sed '2,$s/^/    /'
+        sed -n "s/^\[$group\] /  To $group: /p" "$PACKAGE_LIST" | fold -s -w 96 | sed '2,$s/^/    /'
         say "    Debian calls them:"
-        package_names "$group" | tr '\n' ' ' | fold -s -w 96 | sed 's/^/      /'
-        say ""
+        package_names "$group" | sed 's/?$//; s/|/ or /' | paste -sd ',' | sed 's/,/, /g' | fold -s -w 96 | sed 's/^/      /'
     done
     say ""
     say "Install these with your system's package manager, then say so: TAPALONG_SKIP_SETUP=1 $0"
@@ -127,6 +126,6 @@ install_missing() {
         explain_too_old
         exit 1
     fi
-    all_installed "${chosen[@]}" || step "Installing what is missing (a few minutes the first time)" apt-install \
-        install_chosen || exit 1
+    all_installed "${chosen[@]}" ||
+        step "Installing what is missing (a few minutes the first time)" apt-install install_chosen || exit 1
 }

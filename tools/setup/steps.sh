@@ -10,9 +10,8 @@ last_line() { tail -n 1 "$1" 2>/dev/null | tr -d '\r' | cut -c 1-"${2:-70}"; }
 # On a terminal the step's line counts the seconds; elsewhere a line now and then shows that work goes on.
 show_progress() { # TITLE LOG
     local began=$SECONDS seconds
-    trap 'exit 0' TERM
     while kill -0 $$ 2>/dev/null; do
-        sleep 1
+        sleep 1 </dev/null >/dev/null 2>&1
         seconds=$((SECONDS - began))
         if [ -t 1 ]; then
             printf '\r\033[K  … %s  %s s  %s' "$1" "$seconds" "$(last_line "$2" 45)"
