@@ -18,10 +18,10 @@ constexpr char32_t trailingCount = 28;
 constexpr char32_t syllableCount = 19 * vowelCount * trailingCount;
 
 void appendHangulSyllable(std::u32string& text, char32_t index) {
-    text += firstLeading + index / (vowelCount * trailingCount);
-    text += firstVowel + index / trailingCount % vowelCount;
+    text.push_back(firstLeading + index / (vowelCount * trailingCount));
+    text.push_back(firstVowel + index / trailingCount % vowelCount);
     if (index % trailingCount != 0) {
-        text += beforeFirstTrailing + index % trailingCount;
+        text.push_back(beforeFirstTrailing + index % trailingCount);
     }
 }
 
@@ -32,7 +32,7 @@ void appendDecomposed(std::u32string& text, char32_t scalar) {
     }
     const std::u32string_view decomposition = canonicalDecompositionOf(scalar);
     if (decomposition.empty()) {
-        text += scalar;
+        text.push_back(scalar);
     } else {
         text += decomposition;
     }
