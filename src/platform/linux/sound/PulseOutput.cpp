@@ -1,0 +1,140 @@
+#include "platform/linux/sound/PulseOutput.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <sys/eventfd.h>
+#include <sys/time.h>
+#include <unistd.h>
+#include <utility>
+
+namespace tapalong {
+
+namespace {
+
+constexpr pa_usec_t retryInterval = 2 * PA_USEC_PER_SEC;
+constexpr std::size_t silenceBeforePause = 2 * clipRate;
+
+void saySoundIsOff() {
+    std::fputs("Sound is off: no sound server answers.\n", stderr);
+}
+
+timeval fromNow(pa_usec_t microseconds) {
+    timeval time{};
+    pa_gettimeofday(&time);
+    pa_timeval_add(&time, microseconds);
+    return time;
+}
+
+} // namespace
+
+PulseOutput::PulseOutput() : m_wakeUp(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)), m_loop(pa_threaded_mainloop_new()) {
+    m_running = m_wakeUp >= 0 && m_loop != nullptr && start();
+    if (!m_running) {
+        saySoundIsOff();
+    }
+}
+
+bool PulseOutput::start() {
+    pa_mainloop_api& api = *pa_threaded_mainloop_get_api(m_loop);
+    m_wakeUpEvent = api.io_new(
+        &api, m_wakeUp, PA_IO_EVENT_INPUT,
+        [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* self) {
+            static_cast<PulseOutput*>(self)->readNotes();
+        },
+        this);
+    const timeval now = fromNow(0);
+    m_retryEvent = api.time_new(
+        &api, &now,
+        [](pa_mainloop_api*, pa_time_event*, const timeval*, void* self) {
+            static_cast<PulseOutput*>(self)->connect();
+        },
+        this);
+    return pa_threaded_mainloop_start(m_loop) == 0;
+}
+
+PulseOutput::~PulseOutput() {
+    if (m_loop != nullptr) {
+        pa_threaded_mainloop_stop(m_loop);
+        pa_mainloop_api& api = *pa_threaded_mainloop_get_api(m_loop);
+        m_stream.reset();
+        if (m_wakeUpEvent != nullptr) {
+            api.io_free(m_wakeUpEvent);
+            api.time_free(m_retryEvent);
+        }
+        pa_threaded_mainloop_free(m_loop);
+    }
+    if (m_wakeUp >= 0) {
+        close(m_wakeUp);
+    }
+}
+
+void PulseOutput::play(SoundId sound, std::shared_ptr<const Clip> clip) {
+    leave({sound, std::move(clip)});
+}
+
+void PulseOutput::stop(SoundId sound) {
+    leave({sound, nullptr});
+}
+
+void PulseOutput::leave(Note note) {
+    if (!m_running) {
+        return;
+    }
+    {
+        const std::lock_guard lock(m_notesMutex);
+        m_notes.push_back(std::move(note));
+    }
+    // It can only fail when the counter is full, and then the thread is woken anyway.
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const auto written = write(m_wakeUp, &one, sizeof(one));
+}
+
+void PulseOutput::readNotes() {
+    std::uint64_t count = 0;
+    [[maybe_unused]] const auto size = read(m_wakeUp, &count, sizeof(count));
+    std::vector<Note> notes;
+    {
+        const std::lock_guard lock(m_notesMutex);
+        notes.swap(m_notes);
+    }
+    if (!m_stream || m_stream->failed()) {
+        return;
+    }
+    for (Note& note : notes) {
+        if (note.clip == nullptr) {
+            m_mixer.stop(note.sound);
+        } else {
+            m_mixer.play(note.sound, std::move(note.clip));
+        }
+    }
+    if (!m_mixer.silent()) {
+        m_silentSamples = 0;
+        m_stream->resume();
+    }
+}
+
+void PulseOutput::connect() {
+    m_silentSamples = 0;
+    m_stream.emplace(*pa_threaded_mainloop_get_api(m_loop),
+                     PulseStream::Handlers{.render = [this](std::span<float> samples) { render(samples); },
+                                           .failed = [this] { onFailure(); }});
+}
+
+void PulseOutput::onFailure() {
+    if (!std::exchange(m_failureSaid, true)) {
+        saySoundIsOff();
+    }
+    m_mixer.clear();
+    const timeval later = fromNow(retryInterval);
+    pa_threaded_mainloop_get_api(m_loop)->time_restart(m_retryEvent, &later);
+}
+
+void PulseOutput::render(std::span<float> samples) {
+    m_silentSamples = m_mixer.silent() ? m_silentSamples + samples.size() : 0;
+    m_mixer.render(samples);
+    if (m_silentSamples >= silenceBeforePause) {
+        m_stream->pause();
+    }
+}
+
+} // namespace tapalong

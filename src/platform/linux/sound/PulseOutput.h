@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/linux/sound/Mixer.h"
+#include "platform/linux/sound/PulseStream.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace tapalong {
+
+/// Plays clips on the user's sound server. It has a thread of its own, which keeps a stream open, pauses it after two
+/// silent seconds, and looks for the server again every two seconds when it is gone.
+///
+/// play() and stop() only leave a note for that thread. They take none of the sound library's locks: the library may
+/// hold them while it reads files or asks the display for the server's address.
+class PulseOutput {
+public:
+    /// Starts the thread and returns; the stream becomes ready later or never.
+    PulseOutput();
+    ~PulseOutput();
+    PulseOutput(const PulseOutput&) = delete;
+    PulseOutput& operator=(const PulseOutput&) = delete;
+
+    [[nodiscard]] SoundId newSound() { return ++m_lastSound; }
+
+    /// From any thread. Without a server the sound is dropped, not kept for later.
+    void play(SoundId sound, std::shared_ptr<const Clip> clip);
+    void stop(SoundId sound);
+
+private:
+    /// A null clip means stop.
+    struct Note {
+        SoundId sound;
+        std::shared_ptr<const Clip> clip;
+    };
+
+    void leave(Note note);
+
+    [[nodiscard]] bool start();
+    void readNotes();
+    void connect();
+    void onFailure();
+    void render(std::span<float> samples);
+
+    SoundId m_lastSound = 0;
+    bool m_running = false; ///< set once, by the constructor
+
+    std::mutex m_notesMutex; ///< held only to move notes in or out
+    std::vector<Note> m_notes;
+    int m_wakeUp = -1; ///< readable while there may be notes
+
+    // From here on: the sound thread's own.
+    pa_threaded_mainloop* m_loop = nullptr;
+    pa_io_event* m_wakeUpEvent = nullptr;
+    pa_time_event* m_retryEvent = nullptr;
+    std::optional<PulseStream> m_stream;
+    Mixer m_mixer;
+    std::size_t m_silentSamples = 0;
+    bool m_failureSaid = false;
+};
+
+} // namespace tapalong
