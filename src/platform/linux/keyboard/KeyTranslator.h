@@ -54,6 +54,11 @@ public:
     /// A press of a key that is held is a repetition.
     [[nodiscard]] bool isHeld(std::uint32_t kernelCode) const { return m_held.contains(kernelCode); }
 
+    [[nodiscard]] const std::set<std::uint32_t>& heldKeys() const { return m_held; }
+
+    /// Takes note of a key that is down already; its part in the modifiers is known from synchronize().
+    void hold(std::uint32_t kernelCode) { m_held.insert(kernelCode); }
+
     /// The keyboard is lost to somebody else: what is released there is not seen. An unfinished sequence ends.
     void forgetHeldKeys();
 

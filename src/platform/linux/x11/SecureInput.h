@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/linux/keyboard/KeyTranslator.h"
+
+#include <QPointer>
+
+namespace tapalong {
+
+/// Keeps what is typed into a password field from the tap. On while the field that the view named has the focus of
+/// our key window; over at once when it has not.
+class SecureInput {
+public:
+    /// The masked field that just got the focus, null when it lost it or is not masked any more. The field stays the
+    /// caller's; its destruction ends secure input too.
+    void setSecureField(QObject* field) { m_field = field; }
+
+    [[nodiscard]] bool isOn() const;
+
+    /// The server's word on whether a window of ours has the keyboard, which comes before Qt's.
+    void setWindowHasKeyboard(bool has) { m_windowHasKeyboard = has; }
+
+    /// Gives a grabbed key to the field as the window system would. Text and the keys that edit it; nothing that would
+    /// leave the field or act outside it (Tab, Escape, chords).
+    void deliver(const TranslatedKey& key, KeyAction action);
+
+private:
+    QPointer<QObject> m_field;
+    bool m_windowHasKeyboard = true;
+};
+
+} // namespace tapalong

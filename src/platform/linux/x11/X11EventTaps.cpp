@@ -1,0 +1,251 @@
+#include "platform/linux/x11/X11EventTaps.h"
+
+#include "platform/linux/x11/GestureFilter.h"
+#include "platform/linux/x11/PointerEvents.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace tapalong {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A window manager lets go of the keyboard some milliseconds after the key that started us.
+constexpr auto patience = 100ms;
+constexpr auto betweenAttempts = 10ms;
+constexpr auto untilRefusalIsReported = 250ms;
+
+bool isKeyEvent(EventType type) {
+    return type == EventType::keyDown || type == EventType::keyUp || type == EventType::flagsChanged;
+}
+
+bool isInterceptedPointerEvent(EventType type) {
+    return type == EventType::scrollWheel || type == EventType::otherMouseDown || type == EventType::otherMouseUp;
+}
+
+// The release of a wheel step is no event of ours and yet must not reach a window alone.
+bool isWheelRelease(const xcb_generic_event_t& event, std::uint8_t xinputOpcode) {
+    return xinputTypeOf(event, xinputOpcode) == XCB_INPUT_BUTTON_RELEASE &&
+           !buttonEventType(as<xcb_input_button_release_event_t>(event).detail, false);
+}
+
+} // namespace
+
+X11EventTaps::X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput)
+    : m_connection(connection), m_monitors(monitors), m_secureInput(secureInput), m_keyboard(connection),
+      m_keyboardGrab(connection), m_pointerGrab(connection),
+      m_listener(connection.listen([this](const auto& event) { handleConnectionEvent(event); })) {
+    connection.whenLost([this] { inputIsLost(); });
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11EventTaps::~X11EventTaps() {
+    m_taps.clear();
+    releaseInputUnlessWanted();
+    m_connection.whenLost({});
+    if (auto* application = QCoreApplication::instance()) {
+        application->removeNativeEventFilter(this);
+    }
+}
+
+std::optional<TapHandle> X11EventTaps::createTap(TapLocation /*location*/, TapPlacement /*placement*/,
+                                                 TapOptions /*options*/, EventMask eventsOfInterest,
+                                                 Callback callback) {
+    if (!takeInputPatiently()) {
+        return std::nullopt;
+    }
+    auto tap = std::make_shared<Tap>(Tap{.id = ++m_lastId, .mask = eventsOfInterest, .callback = std::move(callback)});
+    m_taps.insert(m_taps.begin(), tap);
+    return static_cast<TapHandle>(tap->id);
+}
+
+void X11EventTaps::enableTap(TapHandle handle, bool enable) {
+    const auto tap = find(static_cast<std::uint64_t>(handle));
+    if (!tap) {
+        return;
+    }
+    tap->isEnabled = enable;
+    if (!enable) {
+        releaseInputUnlessWanted();
+    } else if (!takeInput()) {
+        tap->isEnabled = false;
+        releaseInputUnlessWanted();
+        reportRefusalLater();
+    }
+}
+
+RunLoopSource X11EventTaps::createRunLoopSource(TapHandle tap) {
+    return static_cast<RunLoopSource>(static_cast<std::uint64_t>(tap));
+}
+
+void X11EventTaps::addSource(RunLoopSource source) {
+    if (const auto tap = find(static_cast<std::uint64_t>(source))) {
+        tap->isOnRunLoop = true;
+    }
+}
+
+void X11EventTaps::removeSource(RunLoopSource source) {
+    std::erase_if(m_taps, [source](const auto& tap) { return tap->id == static_cast<std::uint64_t>(source); });
+    releaseInputUnlessWanted();
+}
+
+std::shared_ptr<X11EventTaps::Tap> X11EventTaps::find(std::uint64_t id) const {
+    const auto found = std::find_if(m_taps.begin(), m_taps.end(), [id](const auto& tap) { return tap->id == id; });
+    return found != m_taps.end() ? *found : nullptr;
+}
+
+bool X11EventTaps::takeInput() {
+    const bool heldBefore = holdsInput();
+    if (!m_keyboardGrab.take() || !m_pointerGrab.take()) {
+        m_keyboardGrab.release();
+        m_pointerGrab.release();
+        return false;
+    }
+    if (!heldBefore) {
+        m_monitors.setTapHoldsInput(true);
+        m_gestureFilter = std::make_unique<GestureFilter>([this](const InputEvent& event) { return offer(event); });
+        m_keyboard.restart();
+        m_wasSecure = false;
+        m_ignored.clear();
+    }
+    return true;
+}
+
+bool X11EventTaps::takeInputPatiently() {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!takeInput()) {
+        if (std::chrono::steady_clock::now() >= end || !m_connection.isUsable()) {
+            releaseInputUnlessWanted();
+            return false;
+        }
+        std::this_thread::sleep_for(betweenAttempts);
+    }
+    return true;
+}
+
+void X11EventTaps::releaseInputUnlessWanted() {
+    if (std::any_of(m_taps.begin(), m_taps.end(), [](const auto& tap) { return tap->isEnabled; })) {
+        return;
+    }
+    m_keyboardGrab.release();
+    m_pointerGrab.release();
+    m_gestureFilter.reset();
+    m_monitors.setTapHoldsInput(false);
+}
+
+// The pointer is kept until the taps have had their chance to take the keyboard back: no click slips through between.
+void X11EventTaps::inputIsLost() {
+    const auto taps = m_taps;
+    for (const auto& tap : taps) {
+        if (std::exchange(tap->isEnabled, false)) {
+            (void)tap->callback({.type = EventType::tapDisabledByUserInput});
+        }
+    }
+    releaseInputUnlessWanted();
+}
+
+void X11EventTaps::reportRefusalLater() {
+    QTimer::singleShot(untilRefusalIsReported, &m_lifetime, [this] {
+        const auto taps = m_taps;
+        for (const auto& tap : taps) {
+            if (!tap->isEnabled && find(tap->id)) {
+                (void)tap->callback({.type = EventType::tapDisabledByUserInput});
+            }
+        }
+    });
+}
+
+Verdict X11EventTaps::offer(const InputEvent& event) {
+    const auto taps = m_taps;
+    for (const auto& tap : taps) {
+        const bool takesPart = tap->isEnabled && tap->isOnRunLoop && (tap->mask & maskOf(event.type)) != 0;
+        if (takesPart && tap->callback(event) == Verdict::consume) {
+            return Verdict::consume;
+        }
+    }
+    return Verdict::pass;
+}
+
+void X11EventTaps::handleConnectionEvent(const xcb_generic_event_t& event) {
+    if (!m_keyboardGrab.isHeld()) {
+        return;
+    }
+    m_keyboard.observe(event);
+    if (m_keyboardGrab.isLostBy(event)) {
+        inputIsLost();
+    } else if (kindOf(event) == XCB_KEY_PRESS || kindOf(event) == XCB_KEY_RELEASE) {
+        handleKey(as<xcb_key_press_event_t>(event).detail, kindOf(event) == XCB_KEY_PRESS);
+    }
+}
+
+void X11EventTaps::handleKey(xcb_keycode_t keycode, bool isPress) {
+    const bool isSecure = m_secureInput.isOn();
+    noteSecureInput(isSecure);
+    const KeyAction action = !isPress                     ? KeyAction::release
+                             : m_keyboard.isHeld(keycode) ? KeyAction::repeat
+                                                          : KeyAction::press;
+    const TranslatedKey key = isPress ? m_keyboard.press(keycode) : m_keyboard.release(keycode);
+    const bool isIgnored = isPress ? m_ignored.contains(keycode) : m_ignored.erase(keycode) != 0;
+    if (!key.event || (isIgnored && key.event->type != EventType::flagsChanged)) {
+        return;
+    }
+    if (isSecure && isKeyEvent(key.event->type)) {
+        handleSecureKey(key, action);
+    } else if (offer(*key.event) == Verdict::pass) {
+        (void)m_monitors.dispatchLocal(*key.event);
+    }
+}
+
+// Neither the letter that was being typed when the field got the focus belongs into it, nor does the last one of a
+// password onto the screen when the field goes.
+void X11EventTaps::noteSecureInput(bool isOn) {
+    if (isOn == m_wasSecure) {
+        return;
+    }
+    m_wasSecure = isOn;
+    m_ignored = m_keyboard.heldKeys();
+}
+
+void X11EventTaps::handleSecureKey(const TranslatedKey& key, KeyAction action) {
+    if (m_monitors.dispatchLocal(*key.event) == Verdict::pass) {
+        m_secureInput.deliver(key, action);
+    }
+}
+
+bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
+    if (eventType != "xcb_generic_event_t") {
+        return false;
+    }
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    if (kindOf(event) == XCB_FOCUS_IN || kindOf(event) == XCB_FOCUS_OUT) {
+        const auto& focus = as<xcb_focus_in_event_t>(event);
+        noteFocus(focus);
+        // Our own grab is no loss of focus: the window would stop its cursor and its field.
+        return holdsInput() && focus.mode == XCB_NOTIFY_MODE_GRAB;
+    }
+    if (!holdsInput()) {
+        return false;
+    }
+    if (isWheelRelease(event, m_connection.xinputOpcode())) {
+        return true;
+    }
+    const auto pointer = pointerEventOf(event, m_connection.xinputOpcode(), m_keyboard.flags());
+    return pointer && isInterceptedPointerEvent(pointer->type) && offer(*pointer) == Verdict::consume;
+}
+
+void X11EventTaps::noteFocus(const xcb_focus_in_event_t& event) {
+    const bool isAboutGrabs = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+    const bool staysInWindow = event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER;
+    if (!isAboutGrabs && !staysInWindow) {
+        m_secureInput.setWindowHasKeyboard((event.response_type & 0x7FU) == XCB_FOCUS_IN);
+    }
+}
+
+} // namespace tapalong

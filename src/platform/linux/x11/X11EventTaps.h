@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/EventTaps.h"
+#include "platform/linux/x11/Grabs.h"
+#include "platform/linux/x11/SecureInput.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11EventMonitors.h"
+#include "platform/linux/x11/X11Keyboard.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace tapalong {
+
+/// Taps by active grabs of keyboard and pointer. The grabs are had in createTap() and held while any tap is enabled.
+///
+/// Keys are offered to the taps, newest first. One that no tap consumes goes on to our local monitors and then to
+/// nobody: X cannot hand a grabbed key on. The wheel and all buttons but left and right are offered too, wherever the
+/// pointer is; left and right clicks and motion reach our own windows as ever, and other programs' not at all.
+///
+/// When the server takes the keyboard away, or refuses it to a tap that is being enabled again, the taps are told
+/// tapDisabledByUserInput; for a refusal again and again, a few times a second, until it is had or given up.
+class X11EventTaps final : public EventTaps, private QAbstractNativeEventFilter {
+public:
+    X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput);
+    ~X11EventTaps() override;
+    X11EventTaps(const X11EventTaps&) = delete;
+    X11EventTaps& operator=(const X11EventTaps&) = delete;
+
+    [[nodiscard]] std::optional<TapHandle> createTap(TapLocation location, TapPlacement placement, TapOptions options,
+                                                     EventMask eventsOfInterest, Callback callback) override;
+    void enableTap(TapHandle tap, bool enable) override;
+    [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle tap) override;
+    void addSource(RunLoopSource source) override;
+    void removeSource(RunLoopSource source) override;
+
+    /// Whether keys are being intercepted at this moment.
+    [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
+
+private:
+    struct Tap {
+        std::uint64_t id = 0; ///< of the tap and of its source alike
+        EventMask mask = 0;
+        Callback callback;
+        bool isEnabled = true;
+        bool isOnRunLoop = false;
+    };
+
+    [[nodiscard]] std::shared_ptr<Tap> find(std::uint64_t id) const;
+    [[nodiscard]] bool takeInput();
+    [[nodiscard]] bool takeInputPatiently();
+    void releaseInputUnlessWanted();
+    void inputIsLost();
+    void reportRefusalLater();
+    [[nodiscard]] Verdict offer(const InputEvent& event);
+
+    void handleConnectionEvent(const xcb_generic_event_t& event);
+    void handleKey(xcb_keycode_t keycode, bool isPress);
+    void noteSecureInput(bool isOn);
+    void handleSecureKey(const TranslatedKey& key, KeyAction action);
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void noteFocus(const xcb_focus_in_event_t& event);
+
+    X11Connection& m_connection;
+    X11EventMonitors& m_monitors;
+    SecureInput& m_secureInput;
+    X11Keyboard m_keyboard;
+    KeyboardGrab m_keyboardGrab;
+    PointerGrab m_pointerGrab;
+    std::shared_ptr<X11Connection::Listener> m_listener;
+    std::vector<std::shared_ptr<Tap>> m_taps; ///< newest first
+    std::uint64_t m_lastId = 0;
+    bool m_wasSecure = false;
+    std::set<xcb_keycode_t> m_ignored; ///< keys down since before secure input began or ended: to be pressed anew
+    std::unique_ptr<QObject> m_gestureFilter;
+    QObject m_lifetime;
+};
+
+} // namespace tapalong
