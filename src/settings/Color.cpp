@@ -35,6 +35,10 @@ unsigned truncatedTo255ths(double component) {
 
 } // namespace
 
+bool SrgbColor::isLight() const {
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue > 0.5;
+}
+
 std::optional<Color> Color::fromHex(std::string_view text) {
     std::string digits(trimmed(text));
     std::erase(digits, '#');

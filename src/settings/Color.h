@@ -15,6 +15,9 @@ struct SrgbColor {
     double blue = 0;
     double opacity = 1;
 
+    /// Whether text on it should be dark: a luma above one half, of the components as they are (not linearised).
+    [[nodiscard]] bool isLight() const;
+
     bool operator==(const SrgbColor&) const = default;
 };
 

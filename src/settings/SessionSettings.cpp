@@ -49,7 +49,7 @@ Color SessionSettings::backgroundColor() const {
 
 bool SessionSettings::backgroundIsLight() const {
     if (const auto background = backgroundColor().srgb()) {
-        return 0.2126 * background->red + 0.7152 * background->green + 0.0722 * background->blue > 0.5;
+        return background->isLight();
     }
     const auto appearance = existing(m_application).effectiveAppearance();
     verify(appearance.has_value(), "the desktop must have a light or a dark appearance");

@@ -5,8 +5,8 @@
 namespace tapalong::simulated {
 
 SimulatedPlatform::SimulatedPlatform(std::uint64_t seed)
-    : input(effects), desktop(effects), notificationCenter(effects), biometrics(effects), sounds(effects),
-      defaults(effects), random(seed), output(effects) {}
+    : time(effects), input(effects), desktop(effects), notificationCenter(effects), biometrics(effects),
+      sounds(effects), defaults(effects), random(seed), output(effects) {}
 
 Platform SimulatedPlatform::platform(bool withApplication) {
     return {.accessibility = desktop,

@@ -1,20 +1,39 @@
 #include "platform/simulated/SimulatedTime.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace tapalong::simulated {
+
+namespace {
+
+std::string withSeconds(const char* effect, double seconds) {
+    std::array<char, 64> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%s %g", effect, seconds);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+} // namespace
 
 void SimulatedTime::async(std::function<void()> work) {
     m_posted.push_back(std::move(work));
 }
 
 void SimulatedTime::asyncAfter(double seconds, std::function<void()> work) {
+    m_effects.record(withSeconds("queue.after", seconds));
     m_delayed.emplace(m_now + seconds, std::move(work));
 }
 
 TimerToken SimulatedTime::scheduledTimer(double interval, Repeats repeats, std::weak_ptr<const void> owner,
                                          std::function<void()> block) {
+    m_effects.record(withSeconds(repeats == Repeats::yes ? "timer.every" : "timer.once", interval));
     return m_timers.schedule(m_now, interval, repeats, std::move(owner), std::move(block));
+}
+
+void SimulatedTime::invalidate(TimerToken token) {
+    m_effects.record("timer.invalidate");
+    m_timers.invalidate(token);
 }
 
 void SimulatedTime::drain() {
