@@ -5,7 +5,7 @@ PROGRESS_EVERY=30
 
 say() { printf '%s\n' "$*"; }
 
-last_line() { tail -n 1 "$1" 2>/dev/null | tr -d '\r' | cut -c 1-"${2:-70}"; }
+last_line() { tail -n 5 "$1" 2>/dev/null | tr -d '\r' | grep -v '^ *$' | tail -n 1 | cut -c 1-"${2:-70}"; }
 
 # On a terminal the step's line counts the seconds; elsewhere a line now and then shows that work goes on.
 show_progress() { # TITLE LOG
