@@ -4,6 +4,15 @@
 
 namespace tapalong {
 
+namespace {
+
+// Whoever acts on the end of a session finds the keyboard free, not about to become so.
+void waitFor(xcb_connection_t* xcb, xcb_void_cookie_t request) {
+    (void)own(xcb_request_check(xcb, request));
+}
+
+} // namespace
+
 bool KeyboardGrab::take() {
     if (!m_connection.isUsable()) {
         m_isHeld = false;
@@ -20,8 +29,7 @@ bool KeyboardGrab::take() {
 
 void KeyboardGrab::release() {
     if (m_isHeld && m_connection.isUsable()) {
-        xcb_ungrab_keyboard(m_connection.xcb(), XCB_CURRENT_TIME);
-        xcb_flush(m_connection.xcb());
+        waitFor(m_connection.xcb(), xcb_ungrab_keyboard_checked(m_connection.xcb(), XCB_CURRENT_TIME));
     }
     m_isHeld = false;
 }
@@ -60,8 +68,7 @@ bool PointerGrab::take() {
 void PointerGrab::release() {
     auto* xcb = qtConnection();
     if (m_isHeld && xcb != nullptr) {
-        xcb_input_xi_ungrab_device(xcb, XCB_CURRENT_TIME, m_device);
-        xcb_flush(xcb);
+        waitFor(xcb, xcb_input_xi_ungrab_device_checked(xcb, XCB_CURRENT_TIME, m_device));
     }
     m_isHeld = false;
 }

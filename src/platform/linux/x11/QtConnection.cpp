@@ -10,13 +10,15 @@ xcb_connection_t* qtConnection() {
     return application != nullptr ? application->connection() : nullptr;
 }
 
-bool isWindowOfQt(xcb_window_t window) {
-    auto* xcb = qtConnection();
-    if (xcb == nullptr) {
+bool isFocusOurs(xcb_connection_t* ownConnection) {
+    auto* qt = qtConnection();
+    const auto focus = own(xcb_get_input_focus_reply(ownConnection, xcb_get_input_focus(ownConnection), nullptr));
+    if (qt == nullptr || !focus) {
         return false;
     }
-    const auto* setup = xcb_get_setup(xcb);
-    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+    // The server gives the windows of each connection numbers of one range.
+    const auto* setup = xcb_get_setup(qt);
+    return (focus->focus & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
 } // namespace tapalong

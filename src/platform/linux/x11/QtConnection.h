@@ -7,7 +7,8 @@ namespace tapalong {
 /// Qt's own connection to the X server; null when Qt runs on another display system.
 [[nodiscard]] xcb_connection_t* qtConnection();
 
-/// Whether Qt's connection made the window: the server gives each connection its own range of numbers.
-[[nodiscard]] bool isWindowOfQt(xcb_window_t window);
+/// Whether a window of ours has the keyboard's focus now, by the server: Qt learns of changes a little later, and in no
+/// fixed order with what arrives on `ownConnection`.
+[[nodiscard]] bool isFocusOurs(xcb_connection_t* ownConnection);
 
 } // namespace tapalong

@@ -50,8 +50,7 @@ Qt::KeyboardModifiers modifiersOf(const TranslatedKey& key) {
 } // namespace
 
 bool SecureInput::isOn() const {
-    return m_field != nullptr && m_windowHasKeyboard && QGuiApplication::focusWindow() != nullptr &&
-           QGuiApplication::focusObject() == m_field;
+    return m_field != nullptr && QGuiApplication::focusWindow() != nullptr && QGuiApplication::focusObject() == m_field;
 }
 
 void SecureInput::deliver(const TranslatedKey& key, KeyAction action) {

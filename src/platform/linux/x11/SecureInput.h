@@ -16,16 +16,12 @@ public:
 
     [[nodiscard]] bool isOn() const;
 
-    /// The server's word on whether a window of ours has the keyboard, which comes before Qt's.
-    void setWindowHasKeyboard(bool has) { m_windowHasKeyboard = has; }
-
     /// Gives a grabbed key to the field as the window system would. Text and the keys that edit it; nothing that would
     /// leave the field or act outside it (Tab, Escape, chords).
     void deliver(const TranslatedKey& key, KeyAction action);
 
 private:
     QPointer<QObject> m_field;
-    bool m_windowHasKeyboard = true;
 };
 
 } // namespace tapalong

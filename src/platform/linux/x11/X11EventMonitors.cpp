@@ -170,15 +170,10 @@ void X11EventMonitors::handleRawButton(std::uint32_t button, bool isPress) {
     }
 }
 
-// Qt knows of a change of focus a little later than the server, so the server is asked too: the quick-start shortcut
-// pressed in a window of ours must not count both here and at the local monitors.
+// The quick-start shortcut pressed in a window of ours must not count both here and at the local monitors, so Qt's
+// view and the server's must agree.
 bool X11EventMonitors::isBoundForOthers() const {
-    if (m_tapHoldsInput || QGuiApplication::focusWindow() != nullptr) {
-        return false;
-    }
-    auto* xcb = m_connection.xcb();
-    const auto focus = own(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
-    return !focus || !isWindowOfQt(focus->focus);
+    return !m_tapHoldsInput && QGuiApplication::focusWindow() == nullptr && !isFocusOurs(m_connection.xcb());
 }
 
 } // namespace tapalong

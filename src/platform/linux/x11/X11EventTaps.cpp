@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/GestureFilter.h"
 #include "platform/linux/x11/PointerEvents.h"
+#include "platform/linux/x11/QtConnection.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -186,7 +187,7 @@ void X11EventTaps::handleConnectionEvent(const xcb_generic_event_t& event) {
 }
 
 void X11EventTaps::handleKey(xcb_keycode_t keycode, bool isPress) {
-    const bool isSecure = m_secureInput.isOn();
+    const bool isSecure = m_secureInput.isOn() && isFocusOurs(m_connection.xcb());
     noteSecureInput(isSecure);
     const KeyAction action = !isPress                     ? KeyAction::release
                              : m_keyboard.isHeld(keycode) ? KeyAction::repeat
@@ -224,28 +225,18 @@ bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message,
         return false;
     }
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if (kindOf(event) == XCB_FOCUS_IN || kindOf(event) == XCB_FOCUS_OUT) {
-        const auto& focus = as<xcb_focus_in_event_t>(event);
-        noteFocus(focus);
-        // Our own grab is no loss of focus: the window would stop its cursor and its field.
-        return holdsInput() && focus.mode == XCB_NOTIFY_MODE_GRAB;
-    }
     if (!holdsInput()) {
         return false;
+    }
+    // Our own grab is no loss of focus: the window would stop its cursor and its field.
+    if (kindOf(event) == XCB_FOCUS_OUT) {
+        return as<xcb_focus_out_event_t>(event).mode == XCB_NOTIFY_MODE_GRAB;
     }
     if (isWheelRelease(event, m_connection.xinputOpcode())) {
         return true;
     }
     const auto pointer = pointerEventOf(event, m_connection.xinputOpcode(), m_keyboard.flags());
     return pointer && isInterceptedPointerEvent(pointer->type) && offer(*pointer) == Verdict::consume;
-}
-
-void X11EventTaps::noteFocus(const xcb_focus_in_event_t& event) {
-    const bool isAboutGrabs = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
-    const bool staysInWindow = event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER;
-    if (!isAboutGrabs && !staysInWindow) {
-        m_secureInput.setWindowHasKeyboard((event.response_type & 0x7FU) == XCB_FOCUS_IN);
-    }
 }
 
 } // namespace tapalong

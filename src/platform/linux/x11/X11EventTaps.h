@@ -63,7 +63,6 @@ private:
     void noteSecureInput(bool isOn);
     void handleSecureKey(const TranslatedKey& key, KeyAction action);
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
-    void noteFocus(const xcb_focus_in_event_t& event);
 
     X11Connection& m_connection;
     X11EventMonitors& m_monitors;

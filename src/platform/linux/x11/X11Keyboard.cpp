@@ -26,6 +26,7 @@ void X11Keyboard::restart() {
     }
     m_translator.forgetHeldKeys();
     readKeymap();
+    readState();
     auto* xcb = m_connection.xcb();
     if (const auto keymap = own(xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr))) {
         for (std::uint32_t keycode = kernelOffset; keycode < 256; ++keycode) {
@@ -116,7 +117,6 @@ void X11Keyboard::readKeymap() {
     if (keymap) {
         m_translator.setKeymap(keymap.get());
     }
-    readState();
 }
 
 void X11Keyboard::readState() {

@@ -1,0 +1,176 @@
+#include "platform/linux/x11/SecureInput.h"
+
+#include "desktop/x11/OwnWindow.h"
+#include "platform/linux/x11/X11EventTaps.h"
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+namespace tapalong {
+
+namespace {
+
+using test::OwnWindow;
+using test::setLayout;
+using test::spinFor;
+using test::spinUntil;
+using namespace std::chrono_literals;
+
+class SecureInputTest : public testing::Test {
+protected:
+    SecureInputTest() {
+        setLayout("us");
+        const auto tap = taps.createTap(TapLocation::session, TapPlacement::headInsert, TapOptions::activeFilter,
+                                        ~EventMask{0}, [this](const InputEvent& event) {
+                                            tapped.push_back(event.type);
+                                            tappedText += event.text().value_or("");
+                                            return Verdict::consume;
+                                        });
+        taps.addSource(taps.createRunLoopSource(tap.value()));
+        (void)monitors.addLocalMonitorForEvents(~EventMask{0}, [this](const InputEvent& event) {
+            locallySeen += event.text().value_or("");
+            return localVerdict;
+        });
+    }
+
+    void focusField() {
+        window.fieldHasFocus = true;
+        secureInput.setSecureField(&window.field);
+    }
+
+    void blurField() {
+        window.fieldHasFocus = false;
+        secureInput.setSecureField(nullptr);
+    }
+
+    X11Connection connection;
+    SecureInput secureInput;
+    X11EventMonitors monitors{connection};
+    X11EventTaps taps{connection, monitors, secureInput};
+    OwnWindow window;
+    test::XClient other;
+    std::vector<EventType> tapped;
+    std::string tappedText;
+    std::string locallySeen;
+    Verdict localVerdict = Verdict::pass;
+};
+
+} // namespace
+
+TEST_F(SecureInputTest, TypingGoesToLocalMonitorsAndTheFieldAndToNoTap) {
+    focusField();
+    other.tap(KEY_S);
+    other.chord({KEY_LEFTSHIFT, KEY_E});
+    ASSERT_TRUE(spinUntil([&] { return window.field.text == "sE"; }));
+    EXPECT_EQ(locallySeen, "sE");
+    EXPECT_TRUE(tapped.empty());
+    EXPECT_EQ(window.keyPresses, 0);
+    EXPECT_EQ(window.field.keys, (std::vector<int>{Qt::Key_S, Qt::Key_E}));
+}
+
+TEST_F(SecureInputTest, KeyConsumedByALocalMonitorDoesNotReachTheField) {
+    focusField();
+    localVerdict = Verdict::consume;
+    other.tap(KEY_S);
+    ASSERT_TRUE(spinUntil([&] { return locallySeen == "s"; }));
+    EXPECT_TRUE(window.field.keys.empty());
+}
+
+TEST_F(SecureInputTest, EditingKeysWork) {
+    focusField();
+    for (const std::uint32_t code :
+         {KEY_BACKSPACE, KEY_DELETE, KEY_ENTER, KEY_KPENTER, KEY_LEFT, KEY_RIGHT, KEY_HOME, KEY_END}) {
+        other.tap(code);
+    }
+    const std::vector<int> keys = {Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return, Qt::Key_Enter,
+                                   Qt::Key_Left,      Qt::Key_Right,  Qt::Key_Home,   Qt::Key_End};
+    ASSERT_TRUE(spinUntil([&] { return window.field.keys == keys; }));
+}
+
+TEST_F(SecureInputTest, KeysThatWouldLeaveTheFieldDoNothing) {
+    focusField();
+    other.tap(KEY_TAB);
+    other.chord({KEY_LEFTSHIFT, KEY_TAB});
+    other.tap(KEY_ESC);
+    other.chord({KEY_LEFTCTRL, KEY_A});
+    other.chord({KEY_LEFTALT, KEY_U});
+    other.chord({KEY_LEFTMETA, KEY_L});
+    other.tap(KEY_F4);
+    other.tap(KEY_X);
+    ASSERT_TRUE(spinUntil([&] { return !window.field.keys.empty(); }));
+    EXPECT_EQ(window.field.text, "x");
+    EXPECT_TRUE(tapped.empty());
+}
+
+TEST_F(SecureInputTest, AltGrAndDeadKeysTypeIntoTheField) {
+    setLayout("de");
+    focusField();
+    other.chord({KEY_RIGHTALT, KEY_Q});
+    other.tap(KEY_EQUAL);
+    other.tap(KEY_E);
+    ASSERT_TRUE(spinUntil([&] { return window.field.text == "@é"; }));
+}
+
+TEST_F(SecureInputTest, MediaKeysWheelAndOtherButtonsStillGoToTheTap) {
+    focusField();
+    other.tap(KEY_VOLUMEUP);
+    other.movePointer(600, 400);
+    other.click(4);
+    other.click(9);
+    ASSERT_TRUE(spinUntil([&] { return tapped.size() == 5; }));
+    EXPECT_EQ(std::count(tapped.begin(), tapped.end(), EventType::systemDefined), 2);
+    EXPECT_EQ(std::count(tapped.begin(), tapped.end(), EventType::scrollWheel), 1);
+    EXPECT_TRUE(window.field.keys.empty());
+}
+
+TEST_F(SecureInputTest, KeyDownBeforeTheFieldHadTheFocusCountsWhenPressedAnew) {
+    other.press(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return tappedText == "a"; }));
+    focusField();
+    spinFor(1000ms); // long enough for the server to repeat the key
+    EXPECT_EQ(window.field.text, "");
+    other.release(KEY_A);
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return window.field.text == "a"; }));
+}
+
+TEST_F(SecureInputTest, EndsAtOnceWhenTheFieldLosesTheFocus) {
+    focusField();
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return window.field.text == "a"; }));
+    window.fieldHasFocus = false; // the view has not said so yet
+    other.tap(KEY_B);
+    ASSERT_TRUE(spinUntil([&] { return tappedText == "b"; }));
+    EXPECT_EQ(window.field.text, "a");
+}
+
+TEST_F(SecureInputTest, EndsAtOnceWhenTheWindowLosesTheKeyboardAndReturnsWithIt) {
+    focusField();
+    const auto elsewhere = other.openWindow(0, 0, 50, 50);
+    other.focus(elsewhere);
+    other.tap(KEY_B);
+    ASSERT_TRUE(spinUntil([&] { return tappedText == "b"; }));
+    EXPECT_EQ(window.field.text, "");
+    window.activate();
+    other.tap(KEY_C);
+    ASSERT_TRUE(spinUntil([&] { return window.field.text == "c"; }));
+}
+
+TEST_F(SecureInputTest, FieldThatDiesEndsIt) {
+    auto field = std::make_unique<QObject>();
+    secureInput.setSecureField(field.get());
+    field.reset();
+    EXPECT_FALSE(secureInput.isOn());
+    other.tap(KEY_B);
+    ASSERT_TRUE(spinUntil([&] { return tappedText == "b"; }));
+}
+
+TEST_F(SecureInputTest, WithoutFocusInTheFieldKeysGoToTheTap) {
+    secureInput.setSecureField(&window.field);
+    other.tap(KEY_B);
+    ASSERT_TRUE(spinUntil([&] { return tappedText == "b"; }));
+    EXPECT_EQ(locallySeen, "");
+    blurField();
+}
+
+} // namespace tapalong

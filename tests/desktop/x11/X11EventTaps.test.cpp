@@ -1,0 +1,354 @@
+#include "platform/linux/x11/X11EventTaps.h"
+
+#include "desktop/x11/OwnWindow.h"
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace tapalong {
+
+namespace {
+
+using test::OwnWindow;
+using test::setLayout;
+using test::spinFor;
+using test::spinUntil;
+using namespace std::chrono_literals;
+
+constexpr EventMask everything = ~EventMask{0};
+
+class X11EventTapsTest : public testing::Test {
+protected:
+    X11EventTapsTest() {
+        setLayout("us");
+        other.focus(elsewhere);
+    }
+
+    std::optional<TapHandle> create(EventMask mask = everything) {
+        return taps.createTap(TapLocation::session, TapPlacement::headInsert, TapOptions::activeFilter, mask,
+                              [this](const InputEvent& event) {
+                                  events.push_back(event);
+                                  text += event.text().value_or("");
+                                  if (event.type == EventType::tapDisabledByUserInput && reenable) {
+                                      taps.enableTap(*tap, true);
+                                  }
+                                  return verdict;
+                              });
+    }
+
+    void start(EventMask mask = everything) {
+        tap = create(mask);
+        ASSERT_TRUE(tap.has_value());
+        source = taps.createRunLoopSource(*tap);
+        taps.addSource(source);
+        taps.enableTap(*tap, true);
+    }
+
+    void stop() {
+        taps.enableTap(*tap, false);
+        taps.removeSource(source);
+    }
+
+    [[nodiscard]] std::size_t count(EventType type) const {
+        return static_cast<std::size_t>(
+            std::count_if(events.begin(), events.end(), [type](const auto& event) { return event.type == type; }));
+    }
+
+    X11Connection connection;
+    SecureInput secureInput;
+    X11EventMonitors monitors{connection};
+    X11EventTaps taps{connection, monitors, secureInput};
+    test::XClient other;
+    xcb_window_t elsewhere = other.openWindow(0, 0, 50, 50);
+    std::optional<TapHandle> tap;
+    RunLoopSource source{};
+    std::vector<InputEvent> events;
+    std::string text;
+    Verdict verdict = Verdict::consume;
+    bool reenable = false;
+};
+
+} // namespace
+
+TEST_F(X11EventTapsTest, WithoutATapKeysReachOthers) {
+    other.bindKey(KEY_F9);
+    other.tap(KEY_A);
+    other.tap(KEY_F9);
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_A), 1U);
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_F9), 1U);
+}
+
+TEST_F(X11EventTapsTest, TapSwallowsEveryKeyBeforeAnyWindowOfOursIsUp) {
+    other.bindKey(KEY_TAB);
+    other.bindKey(KEY_VOLUMEUP);
+    start();
+    other.tap(KEY_A);
+    other.chord({KEY_LEFTALT, KEY_TAB});
+    other.tap(KEY_LEFTMETA);
+    other.tap(KEY_VOLUMEUP);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::systemDefined) == 2; }));
+    EXPECT_EQ(count(EventType::keyDown), 2U);
+    EXPECT_EQ(count(EventType::keyUp), 2U);
+    EXPECT_EQ(count(EventType::flagsChanged), 4U);
+    EXPECT_EQ(text, "a\t");
+    EXPECT_TRUE(other.seen().empty());
+}
+
+TEST_F(X11EventTapsTest, EndedTapGivesTheKeyboardBack) {
+    start();
+    stop();
+    other.tap(KEY_A);
+    spinFor(50ms);
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_A), 1U);
+    EXPECT_TRUE(events.empty());
+    EXPECT_TRUE(other.grabKeyboard());
+}
+
+TEST_F(X11EventTapsTest, DisabledTapLetsGoAndEnabledAgainTakesHold) {
+    start();
+    taps.enableTap(*tap, false);
+    other.tap(KEY_A);
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_A), 1U);
+    taps.enableTap(*tap, true);
+    other.tap(KEY_B);
+    ASSERT_TRUE(spinUntil([&] { return text == "b"; }));
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_B), 0U);
+}
+
+TEST_F(X11EventTapsTest, TapIsRefusedWhileAnotherProgramHasTheKeyboardAndLeavesNothingBehind) {
+    ASSERT_TRUE(other.grabKeyboard());
+    EXPECT_FALSE(create().has_value());
+    EXPECT_FALSE(taps.holdsInput());
+    other.ungrabKeyboard();
+    other.tap(KEY_A);
+    other.movePointer(10, 10);
+    other.click(9);
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_A), 1U);
+    EXPECT_EQ(other.count(XCB_BUTTON_PRESS, 9), 1U);
+    EXPECT_TRUE(create().has_value());
+}
+
+TEST_F(X11EventTapsTest, PassedKeyGoesToOurLocalMonitorsAndToNobodyElse) {
+    OwnWindow window;
+    std::string seenLocally;
+    (void)monitors.addLocalMonitorForEvents(maskOf(EventType::keyDown), [&](const InputEvent& event) {
+        seenLocally += event.text().value_or("");
+        return Verdict::pass;
+    });
+    verdict = Verdict::pass;
+    start();
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return seenLocally == "a"; }));
+    spinFor(50ms);
+    EXPECT_EQ(window.keyPresses, 0);
+    EXPECT_TRUE(other.seen().empty());
+}
+
+TEST_F(X11EventTapsTest, ConsumedKeyReachesNoMonitor) {
+    bool seen = false;
+    const auto note = [&](const InputEvent&) { seen = true; };
+    (void)monitors.addGlobalMonitorForEvents(everything, note);
+    (void)monitors.addLocalMonitorForEvents(everything, [&](const InputEvent& event) {
+        note(event);
+        return Verdict::pass;
+    });
+    start();
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::keyUp) == 1; }));
+    spinFor(50ms);
+    EXPECT_FALSE(seen);
+}
+
+TEST_F(X11EventTapsTest, HeldKeyArrivesAsRepeatedKeyDowns) {
+    start();
+    other.press(KEY_BACKSPACE);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::keyDown) >= 4; }));
+    EXPECT_EQ(count(EventType::keyUp), 0U);
+    other.release(KEY_BACKSPACE);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::keyUp) == 1; }));
+}
+
+TEST_F(X11EventTapsTest, FlagsAreThoseAfterTheKey) {
+    start();
+    other.press(KEY_LEFTSHIFT);
+    other.tap(KEY_A);
+    other.release(KEY_LEFTSHIFT);
+    other.tap(KEY_CAPSLOCK);
+    other.tap(KEY_CAPSLOCK);
+    ASSERT_TRUE(spinUntil([&] { return events.size() == 6; }));
+    const std::vector<ModifierFlags> flags = {
+        Modifier::shift, Modifier::shift, Modifier::shift, 0, Modifier::capsLock, 0};
+    for (std::size_t i = 0; i < flags.size(); ++i) {
+        EXPECT_EQ(events[i].modifierFlags, flags[i]) << i;
+    }
+    EXPECT_EQ(text, "A");
+}
+
+TEST_F(X11EventTapsTest, LayoutChangedAndSwitchedMeanwhileIsFollowed) {
+    start();
+    other.tap(KEY_Y);
+    ASSERT_TRUE(spinUntil([&] { return text == "y"; }));
+    setLayout("de");
+    other.tap(KEY_Y);
+    ASSERT_TRUE(spinUntil([&] { return text == "yz"; }));
+    setLayout("us,ru -option grp:menu_toggle");
+    other.tap(KEY_COMPOSE);
+    other.tap(KEY_Y);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::keyUp) == 4; }));
+    EXPECT_EQ(text, "yzн");
+}
+
+TEST_F(X11EventTapsTest, ModifierHeldBeforeTheTapCountsAndItsReleaseIsSeen) {
+    other.press(KEY_LEFTCTRL);
+    start();
+    other.tap(KEY_A);
+    other.release(KEY_LEFTCTRL);
+    ASSERT_TRUE(spinUntil([&] { return events.size() == 3; }));
+    EXPECT_EQ(events[0].modifierFlags, Modifier::control);
+    EXPECT_EQ(text, "\x01");
+    EXPECT_EQ(events[2].type, EventType::flagsChanged);
+    EXPECT_EQ(events[2].modifierFlags, 0U);
+}
+
+TEST_F(X11EventTapsTest, LostKeyboardIsReportedAndCanBeHadAgain) {
+    start();
+    xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
+    xcb_flush(connection.xcb());
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == 1; }));
+    EXPECT_FALSE(taps.holdsInput());
+    taps.enableTap(*tap, true);
+    EXPECT_TRUE(taps.holdsInput());
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return text == "a"; }));
+    EXPECT_TRUE(other.seen().empty());
+}
+
+TEST_F(X11EventTapsTest, TapThatIsReenabledWhileTheKeyboardIsElsewhereIsToldUntilItHasIt) {
+    start();
+    reenable = true;
+    xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
+    xcb_flush(connection.xcb());
+    while (!other.grabKeyboard()) {
+    }
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) >= 2; }));
+    EXPECT_FALSE(taps.holdsInput());
+    other.ungrabKeyboard();
+    ASSERT_TRUE(spinUntil([&] { return taps.holdsInput(); }));
+}
+
+TEST_F(X11EventTapsTest, CutConnectionIsReported) {
+    start();
+    const xcb_window_t anything = xcb_generate_id(connection.xcb());
+    xcb_create_window(connection.xcb(), 0, anything, connection.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0,
+                      0, nullptr);
+    connection.dispatchPending();
+    spinFor(20ms);
+    xcb_kill_client(other.xcb(), anything);
+    other.sync();
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == 1; }));
+    EXPECT_FALSE(taps.holdsInput());
+    EXPECT_TRUE(other.grabKeyboard());
+}
+
+TEST_F(X11EventTapsTest, WheelAndOtherButtonsAreSwallowedEverywhere) {
+    other.bindButton(8);
+    start();
+    other.movePointer(10, 10);
+    for (const auto button : std::vector<std::uint8_t>{2, 4, 5, 6, 7, 8, 9}) {
+        other.click(button);
+    }
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::otherMouseUp) == 3; }));
+    EXPECT_EQ(count(EventType::otherMouseDown), 3U);
+    EXPECT_EQ(count(EventType::scrollWheel), 4U);
+    EXPECT_TRUE(other.seen().empty());
+}
+
+TEST_F(X11EventTapsTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthersDoNot) {
+    OwnWindow window;
+    start();
+    window.moves = 0;
+    other.movePointer(600, 400);
+    other.movePointer(610, 410);
+    for (const auto button : std::vector<std::uint8_t>{1, 2, 3, 4, 5, 8, 9}) {
+        other.click(button);
+    }
+    ASSERT_TRUE(spinUntil([&] { return window.clicks.size() >= 2 && count(EventType::otherMouseUp) == 3; }));
+    spinFor(50ms);
+    EXPECT_EQ(window.clicks, (std::vector{Qt::LeftButton, Qt::RightButton}));
+    EXPECT_GE(window.moves, 2);
+    EXPECT_EQ(window.wheels, 0);
+    EXPECT_EQ(count(EventType::scrollWheel), 2U);
+}
+
+TEST_F(X11EventTapsTest, OtherButtonPressedDuringADragIsSwallowed) {
+    OwnWindow window;
+    start();
+    other.movePointer(600, 400);
+    other.pressButton(1);
+    other.click(9);
+    other.releaseButton(1);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::otherMouseUp) == 1; }));
+    ASSERT_TRUE(spinUntil([&] { return !window.clicks.empty(); }));
+    EXPECT_EQ(window.clicks, (std::vector{Qt::LeftButton}));
+}
+
+TEST_F(X11EventTapsTest, TapIsHadWhileAButtonIsDownInOurWindow) {
+    OwnWindow window;
+    other.movePointer(600, 400);
+    other.pressButton(1);
+    ASSERT_TRUE(spinUntil([&] { return !window.clicks.empty(); }));
+    start();
+    other.releaseButton(1);
+    EXPECT_TRUE(taps.holdsInput());
+}
+
+TEST_F(X11EventTapsTest, OurWindowKeepsItsFocusWhileTheTapHolds) {
+    OwnWindow window;
+    start();
+    spinFor(200ms);
+    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
+    stop();
+    spinFor(200ms);
+    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return window.typed == "a"; }));
+}
+
+TEST_F(X11EventTapsTest, EventsOutsideTheMaskAreNotOffered) {
+    start(maskOf(EventType::keyUp));
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::keyUp) == 1; }));
+    EXPECT_EQ(events.size(), 1U);
+}
+
+TEST_F(X11EventTapsTest, NewestTapComesFirst) {
+    start();
+    int second = 0;
+    const auto newer = taps.createTap(TapLocation::session, TapPlacement::headInsert, TapOptions::activeFilter,
+                                      everything, [&](const InputEvent&) {
+                                          ++second;
+                                          return Verdict::consume;
+                                      });
+    const auto newerSource = taps.createRunLoopSource(newer.value());
+    taps.addSource(newerSource);
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return second == 2; }));
+    EXPECT_TRUE(events.empty());
+    taps.removeSource(newerSource);
+    other.tap(KEY_B);
+    ASSERT_TRUE(spinUntil([&] { return text == "b"; }));
+}
+
+TEST_F(X11EventTapsTest, HundredTapsLeaveNothing) {
+    for (int i = 0; i < 100; ++i) {
+        start();
+        stop();
+    }
+    EXPECT_FALSE(taps.holdsInput());
+    EXPECT_TRUE(other.grabKeyboard());
+}
+
+} // namespace tapalong
