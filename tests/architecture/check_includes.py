@@ -48,7 +48,7 @@ EVERY_LIBRARY = list(LIBRARIES)
 RULES = [
     # Tests of the core run on the simulated platform and may look at all of the core.
     ("platform/linux/**.test.*",     SYSTEM + ["platform/**"],                   EVERY_LIBRARY),
-    ("platform/desktop/**.test.*",   SYSTEM + ["platform/**"],                   ["Qt", "test"]),
+    ("platform/desktop/**.test.*",   SYSTEM + ["platform/**"],                   ["Qt", "POSIX", "test"]),
     ("ui/**.test.*",                 CORE + ["ui/**", "platform/**"],            ["Qt", "test"]),
     ("**.test.*",                    CORE + ["platform/simulated/*"],            ["test"]),
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QDeadlineTimer>
+#include <QGuiApplication>
+
+#include <functional>
+
+namespace tapalong {
+
+/// Runs a case inside an application of the toolkit that needs no display.
+class DesktopTest : public ::testing::Test {
+protected:
+    DesktopTest() {
+        static int argc = 1;
+        static char name[] = "desktop_unit_tests";
+        static char* argv[] = {name, nullptr};
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QUICK_BACKEND", "software");
+        static QGuiApplication application(argc, argv);
+    }
+
+    /// Turns the event loop until `holds` or ten seconds have passed; whether it holds then.
+    static bool waitFor(const std::function<bool()>& holds) {
+        const QDeadlineTimer limit(10000);
+        while (!holds() && !limit.hasExpired()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
+        }
+        return holds();
+    }
+};
+
+} // namespace tapalong
