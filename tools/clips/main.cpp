@@ -13,7 +13,7 @@
 int main(int argc, char** argv) {
     using namespace tapalong::clips;
     if (argc != 2) {
-        std::fputs("usage: make_clips FOLDER\n", stderr);
+        (void)std::fputs("usage: make_clips FOLDER\n", stderr);
         return 2;
     }
     const std::filesystem::path folder = argv[1];
@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
     for (const Recipe& recipe : allRecipes()) {
         const auto path = folder / (std::string(recipe.name) + ".wav");
         if (!writeWav(path, synthesise(recipe))) {
-            std::fprintf(stderr, "make_clips: cannot write %s\n", path.c_str());
+            (void)std::fprintf(stderr, "make_clips: cannot write %s\n", path.c_str());
             return 1;
         }
     }
