@@ -12,7 +12,7 @@ struct CloseSoundFile {
 };
 
 /// The length comes from the file's header; believing any number there would reserve any amount of memory.
-constexpr sf_count_t longestClip = 10 * clipRate;
+constexpr sf_count_t longestClip = sf_count_t{10} * clipRate;
 
 bool usable(const SF_INFO& info) {
     return info.samplerate == clipRate && info.channels == 1 && info.frames > 0 && info.frames <= longestClip;

@@ -12,10 +12,10 @@ namespace tapalong {
 namespace {
 
 constexpr pa_usec_t retryInterval = 2 * PA_USEC_PER_SEC;
-constexpr std::size_t silenceBeforePause = 2 * clipRate;
+constexpr std::size_t silenceBeforePause = std::size_t{2} * clipRate;
 
 void saySoundIsOff() {
-    std::fputs("Sound is off: no sound server answers.\n", stderr);
+    (void)std::fputs("Sound is off: no sound server answers.\n", stderr);
 }
 
 timeval fromNow(pa_usec_t microseconds) {
