@@ -6,8 +6,8 @@
 namespace tapalong {
 
 void fatal(std::string_view whatMustHold, std::source_location where) {
-    std::fprintf(stderr, "%s:%u: %s: fatal: %.*s\n", where.file_name(), where.line(), where.function_name(),
-                 static_cast<int>(whatMustHold.size()), whatMustHold.data());
+    static_cast<void>(std::fprintf(stderr, "%s:%u: %s: fatal: %.*s\n", where.file_name(), where.line(),
+                                   where.function_name(), static_cast<int>(whatMustHold.size()), whatMustHold.data()));
     std::abort();
 }
 
