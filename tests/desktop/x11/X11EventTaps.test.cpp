@@ -271,6 +271,8 @@ TEST_F(X11EventTapsTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthers
     start();
     window.moves = 0;
     other.movePointer(600, 400);
+    ASSERT_TRUE(spinUntil([&] { return window.moves >= 1; }));
+    window.moves = 0;
     other.movePointer(610, 410);
     for (const auto button : std::vector<std::uint8_t>{1, 2, 3, 4, 5, 8, 9}) {
         other.click(button);
@@ -278,7 +280,7 @@ TEST_F(X11EventTapsTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthers
     ASSERT_TRUE(spinUntil([&] { return window.clicks.size() >= 2 && count(EventType::otherMouseUp) == 3; }));
     spinFor(50ms);
     EXPECT_EQ(window.clicks, (std::vector{Qt::LeftButton, Qt::RightButton}));
-    EXPECT_GE(window.moves, 2);
+    EXPECT_GE(window.moves, 1);
     EXPECT_EQ(window.wheels, 0);
     EXPECT_EQ(count(EventType::scrollWheel), 2U);
 }

@@ -17,6 +17,11 @@ bool leftIsDown(const xcb_input_motion_event_t& event) {
     return event.buttons_len > 0 && (*xcb_input_button_press_button_mask(&event) >> leftButton & 1U) != 0;
 }
 
+// Qt gets each event twice, of the mouse and of the pointer that it moves, and disregards the former.
+bool isOfSlaveDevice(const xcb_input_button_press_event_t& event) {
+    return event.deviceid == event.sourceid;
+}
+
 std::optional<EventType> typeOf(const xcb_generic_event_t& event, std::uint8_t xinputOpcode) {
     switch (kindOf(event)) {
     case XCB_BUTTON_PRESS:
@@ -27,7 +32,11 @@ std::optional<EventType> typeOf(const xcb_generic_event_t& event, std::uint8_t x
     default:
         break;
     }
-    switch (xinputTypeOf(event, xinputOpcode)) {
+    const std::uint16_t xinputType = xinputTypeOf(event, xinputOpcode);
+    if (xinputType != 0 && isOfSlaveDevice(as<xcb_input_button_press_event_t>(event))) {
+        return std::nullopt;
+    }
+    switch (xinputType) {
     case XCB_INPUT_BUTTON_PRESS:
         return buttonEventType(as<xcb_input_button_press_event_t>(event).detail, true);
     case XCB_INPUT_BUTTON_RELEASE:
