@@ -226,6 +226,21 @@ TEST_F(X11EventTapsTest, LostKeyboardIsReportedAndCanBeHadAgain) {
     EXPECT_TRUE(other.seen().empty());
 }
 
+TEST_F(X11EventTapsTest, LossIsReportedWhereverTheFocusIs) {
+    start();
+    reenable = true;
+    std::size_t losses = 0;
+    for (const xcb_window_t focus :
+         {xcb_window_t{XCB_INPUT_FOCUS_NONE}, xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT}, other.root(), elsewhere}) {
+        other.focus(focus);
+        xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
+        xcb_flush(connection.xcb());
+        ++losses;
+        ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == losses; })) << focus;
+        EXPECT_TRUE(taps.holdsInput());
+    }
+}
+
 TEST_F(X11EventTapsTest, TapThatIsReenabledWhileTheKeyboardIsElsewhereIsToldUntilItHasIt) {
     start();
     reenable = true;
