@@ -29,7 +29,7 @@ private:
     void watch(const char* what, std::chrono::seconds limit) {
         std::unique_lock lock(m_mutex);
         if (!m_changed.wait_for(lock, limit, [this] { return m_left; })) {
-            std::fprintf(stderr, "hangs: %s\n", what);
+            (void)std::fprintf(stderr, "hangs: %s\n", what);
             std::abort();
         }
     }
