@@ -32,7 +32,7 @@ LIBRARIES = {
 }
 
 # Written by a tool at build time, so not among the files read here.
-GENERATED = frozenset(["text/UnicodeTables.h"])
+GENERATED = frozenset(["text/UnicodeTables.h", "resources/GeneratedAssetSymbols.h"])
 
 CORE = ["base/*", "text/*", "platform/*.h", "session/*", "settings/*", "lockdown/*", "auth/*", "sound/*", "views/*",
         "app/*"]
@@ -49,7 +49,7 @@ RULES = [
     # Tests of the core run on the simulated platform and may look at all of the core.
     ("platform/linux/**.test.*",     SYSTEM + ["platform/**"],                   EVERY_LIBRARY),
     ("platform/desktop/**.test.*",   SYSTEM + ["platform/**"],                   ["Qt", "POSIX", "test"]),
-    ("ui/**.test.*",                 CORE + ["ui/**", "platform/**"],            ["Qt", "test"]),
+    ("ui/**.test.*",                 CORE + ["ui/**", "platform/**", "resources/*"], ["Qt", "test"]),
     ("**.test.*",                    CORE + ["platform/simulated/*"],            ["test"]),
 
     # The layers below: text on base, the interfaces of the platform on base.
@@ -87,7 +87,7 @@ RULES = [
                                                                                  ["Qt", "X11", "sound", "POSIX"]),
 
     # Adapters between the core's view state and QML.
-    ("ui/**",                        CORE + ["ui/**"],                           ["Qt"]),
+    ("ui/**",                        CORE + ["ui/**", "resources/*"],            ["Qt"]),
 ]
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
