@@ -5,7 +5,6 @@
 #include "platform/linux/x11/QtConnection.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -44,6 +43,10 @@ X11EventTaps::X11EventTaps(X11Connection& connection, X11EventMonitors& monitors
       m_keyboardGrab(connection), m_pointerGrab(connection),
       m_listener(connection.listen([this](const auto& event) { handleConnectionEvent(event); })) {
     connection.whenLost([this] { inputIsLost(); });
+    m_untilRefusalIsReported.setSingleShot(true);
+    m_untilRefusalIsReported.setInterval(untilRefusalIsReported);
+    QObject::connect(&m_untilRefusalIsReported, &QTimer::timeout, &m_untilRefusalIsReported,
+                     [this] { reportRefusal(); });
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -73,12 +76,14 @@ void X11EventTaps::enableTap(TapHandle handle, bool enable) {
         return;
     }
     tap->isEnabled = enable;
+    tap->isRefused = false;
     if (!enable) {
         releaseInputUnlessWanted();
     } else if (!takeInput()) {
         tap->isEnabled = false;
+        tap->isRefused = true;
         releaseInputUnlessWanted();
-        reportRefusalLater();
+        m_untilRefusalIsReported.start();
     }
 }
 
@@ -93,7 +98,13 @@ void X11EventTaps::addSource(RunLoopSource source) {
 }
 
 void X11EventTaps::removeSource(RunLoopSource source) {
-    std::erase_if(m_taps, [source](const auto& tap) { return tap->id == static_cast<std::uint64_t>(source); });
+    const auto tap = find(static_cast<std::uint64_t>(source));
+    if (!tap) {
+        return;
+    }
+    tap->isEnabled = false; // an event may be on its way through a copy of the list
+    tap->isRefused = false;
+    std::erase(m_taps, tap);
     releaseInputUnlessWanted();
 }
 
@@ -152,15 +163,13 @@ void X11EventTaps::inputIsLost() {
     releaseInputUnlessWanted();
 }
 
-void X11EventTaps::reportRefusalLater() {
-    QTimer::singleShot(untilRefusalIsReported, &m_lifetime, [this] {
-        const auto taps = m_taps;
-        for (const auto& tap : taps) {
-            if (!tap->isEnabled && find(tap->id)) {
-                (void)tap->callback({.type = EventType::tapDisabledByUserInput});
-            }
+void X11EventTaps::reportRefusal() {
+    const auto taps = m_taps;
+    for (const auto& tap : taps) {
+        if (std::exchange(tap->isRefused, false)) {
+            (void)tap->callback({.type = EventType::tapDisabledByUserInput});
         }
-    });
+    }
 }
 
 Verdict X11EventTaps::offer(const InputEvent& event) {

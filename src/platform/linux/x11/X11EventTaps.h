@@ -9,6 +9,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 #include <set>
@@ -47,6 +48,7 @@ private:
         EventMask mask = 0;
         Callback callback;
         bool isEnabled = true;
+        bool isRefused = false; ///< to be enabled, but the input could not be had: not told yet
         bool isOnRunLoop = false;
     };
 
@@ -55,7 +57,7 @@ private:
     [[nodiscard]] bool takeInputPatiently();
     void releaseInputUnlessWanted();
     void inputIsLost();
-    void reportRefusalLater();
+    void reportRefusal();
     [[nodiscard]] Verdict offer(const InputEvent& event);
 
     void handleConnectionEvent(const xcb_generic_event_t& event);
@@ -76,7 +78,7 @@ private:
     bool m_wasSecure = false;
     std::set<xcb_keycode_t> m_ignored; ///< keys down since before secure input began or ended: to be pressed anew
     std::unique_ptr<QObject> m_gestureFilter;
-    QObject m_lifetime;
+    QTimer m_untilRefusalIsReported;
 };
 
 } // namespace tapalong
