@@ -33,6 +33,8 @@ public:
     void advance(double seconds);
 
     [[nodiscard]] std::size_t timerCount() { return m_timers.count(); }
+    /// Work that waits for the next turn of the main queue.
+    [[nodiscard]] std::size_t postedCount() const { return m_posted.size(); }
 
 private:
     [[nodiscard]] double nextInstant(double latest);

@@ -25,8 +25,10 @@ TEST_F(SimulatedTimeTest, PostedWorkWaitsUntilItIsDrained) {
         time.async(mark('c'));
     });
     EXPECT_EQ(happened, "");
+    EXPECT_EQ(time.postedCount(), 2U);
     time.drain();
     EXPECT_EQ(happened, "abc");
+    EXPECT_EQ(time.postedCount(), 0U);
 }
 
 TEST_F(SimulatedTimeTest, TheClockMovesOnlyWhenItIsTold) {
