@@ -1,0 +1,157 @@
+#include "ui/text/TypedTextItem.h"
+
+#include "session/TypedCharacter.h"
+#include "ui/text/TypedTextAccessible.h"
+#include "ui/text/TypedTextLayout.h"
+#include "ui/text/TypedTextNode.h"
+#include "ui/text/VisibleLine.h"
+
+#include <QQuickWindow>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tapalong {
+
+namespace {
+
+const std::vector<TypedCharacter> nothing;
+
+} // namespace
+
+TypedTextItem::TypedTextItem(QQuickItem* parent) : QQuickItem(parent), m_layout(std::make_unique<TypedTextLayout>()) {
+    setFlag(ItemHasContents);
+    installTypedTextAccessible();
+}
+
+TypedTextItem::~TypedTextItem() = default;
+
+template <class Value> bool TypedTextItem::assign(Value& member, const Value& value) {
+    if (member == value) {
+        return false;
+    }
+    member = value;
+    return true;
+}
+
+void TypedTextItem::setFontSize(double points) {
+    if (assign(m_fontSize, points)) {
+        refresh();
+        emit lookChanged();
+    }
+}
+
+void TypedTextItem::setShowCursor(bool show) {
+    if (assign(m_showCursor, show)) {
+        refresh();
+        emit lookChanged();
+    }
+}
+
+void TypedTextItem::setCursorVisible(bool visible) {
+    if (assign(m_cursorVisible, visible)) {
+        if (m_showCursor) {
+            update();
+        }
+        emit lookChanged();
+    }
+}
+
+void TypedTextItem::setPrimaryColor(const QColor& color) {
+    if (assign(m_primary, color)) {
+        update();
+        emit lookChanged();
+    }
+}
+
+void TypedTextItem::setViewportY(double y) {
+    if (assign(m_viewportY, y)) {
+        polish();
+        emit viewportChanged();
+    }
+}
+
+void TypedTextItem::setViewportHeight(double height) {
+    if (assign(m_viewportHeight, height)) {
+        polish();
+        emit viewportChanged();
+    }
+}
+
+void TypedTextItem::setCharacters(const std::vector<TypedCharacter>* characters) {
+    m_characters = characters;
+    refresh();
+}
+
+void TypedTextItem::refresh() {
+    adopt();
+    polish();
+}
+
+void TypedTextItem::adopt() {
+    m_layout->setFontSize(m_fontSize);
+    m_layout->setWidth(std::max(0.0, width()));
+    m_layout->setCursorShown(m_showCursor);
+    m_layout->update(m_characters != nullptr ? *m_characters : nothing);
+    setImplicitHeight(m_layout->height());
+}
+
+QString TypedTextItem::text() const {
+    std::string utf8;
+    if (m_characters != nullptr) {
+        for (const TypedCharacter& typed : *m_characters) {
+            utf8 += typed.character.utf8();
+        }
+    }
+    return QString::fromStdString(utf8);
+}
+
+void TypedTextItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.width() != oldGeometry.width()) {
+        refresh();
+    }
+}
+
+void TypedTextItem::itemChange(ItemChange change, const ItemChangeData& value) {
+    QQuickItem::itemChange(change, value);
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
+        polish();
+    }
+}
+
+void TypedTextItem::updatePolish() {
+    // The characters may have changed since the last refresh, and the lines refer to them.
+    adopt();
+    const auto count = static_cast<double>(m_layout->lineCount());
+    double first = 0;
+    double last = count;
+    if (m_viewportHeight > 0) {
+        const double pitch = m_layout->pitch();
+        first = std::clamp(std::floor(m_viewportY / pitch), 0.0, count);
+        last = std::clamp(std::ceil((m_viewportY + m_viewportHeight) / pitch), 0.0, count);
+    }
+    std::vector<VisibleLine> visible; // beside the old ones, which keep what was shaped
+    for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(last); ++i) {
+        visible.push_back({m_layout->identity(i), static_cast<double>(i) * m_layout->pitch(), m_layout->shaped(i)});
+    }
+    m_visible = std::move(visible);
+    update();
+}
+
+QSGNode* TypedTextItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/) {
+    auto* node = static_cast<TypedTextNode*>(oldNode);
+    if (node == nullptr) {
+        node = new TypedTextNode;
+    }
+    TypedTextNode::Scene scene{*window(), m_layout->face(), m_layout->emojiArt()};
+    scene.emojiScale = m_layout->emojiScale();
+    scene.pixelRatio = window()->effectiveDevicePixelRatio();
+    scene.primary = m_primary;
+    scene.cursorVisible = m_cursorVisible;
+    node->show(scene, m_visible);
+    return node;
+}
+
+} // namespace tapalong

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickItem>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <vector>
+
+namespace tapalong {
+
+class TypedTextLayout;
+struct TypedCharacter;
+struct VisibleLine;
+
+/// Draws typed characters as one wrapping paragraph as wide as the item, with the cursor at its end. Only the lines in
+/// the viewport have scene nodes. Animates nothing and has no timer.
+class TypedTextItem : public QQuickItem {
+    Q_OBJECT
+    QML_ANONYMOUS
+
+    Q_PROPERTY(double fontSize READ fontSize WRITE setFontSize NOTIFY lookChanged FINAL)
+    Q_PROPERTY(bool showCursor READ showCursor WRITE setShowCursor NOTIFY lookChanged FINAL)
+    Q_PROPERTY(bool cursorVisible READ cursorVisible WRITE setCursorVisible NOTIFY lookChanged FINAL)
+    /// Of the cursor and of characters in the desktop's own text colour.
+    Q_PROPERTY(QColor primaryColor READ primaryColor WRITE setPrimaryColor NOTIFY lookChanged FINAL)
+    /// The part of the item that can be seen; all of it while the height is not positive.
+    Q_PROPERTY(double viewportY READ viewportY WRITE setViewportY NOTIFY viewportChanged FINAL)
+    Q_PROPERTY(double viewportHeight READ viewportHeight WRITE setViewportHeight NOTIFY viewportChanged FINAL)
+
+public:
+    explicit TypedTextItem(QQuickItem* parent = nullptr);
+    ~TypedTextItem() override;
+
+    [[nodiscard]] double fontSize() const { return m_fontSize; }
+    void setFontSize(double points);
+    [[nodiscard]] bool showCursor() const { return m_showCursor; }
+    void setShowCursor(bool show);
+    [[nodiscard]] bool cursorVisible() const { return m_cursorVisible; }
+    void setCursorVisible(bool visible);
+    [[nodiscard]] QColor primaryColor() const { return m_primary; }
+    void setPrimaryColor(const QColor& color);
+    [[nodiscard]] double viewportY() const { return m_viewportY; }
+    void setViewportY(double y);
+    [[nodiscard]] double viewportHeight() const { return m_viewportHeight; }
+    void setViewportHeight(double height);
+
+    /// What to show, null for nothing. It must outlive the item or the next call, and is read again at each refresh
+    /// and before each frame.
+    void setCharacters(const std::vector<TypedCharacter>* characters);
+    /// Brings the lines, and with them the implicit height, up to date at once.
+    void refresh();
+
+    /// All of the text; long, so made only when somebody asks.
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] const TypedTextLayout& layout() const { return *m_layout; }
+
+signals:
+    void lookChanged();
+    void viewportChanged();
+
+protected:
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData& value) override;
+    void updatePolish() override;
+    QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
+
+private:
+    template <class Value> bool assign(Value& member, const Value& value);
+    void adopt();
+
+    const std::unique_ptr<TypedTextLayout> m_layout;
+    const std::vector<TypedCharacter>* m_characters = nullptr;
+    std::vector<VisibleLine> m_visible;
+    double m_fontSize = 72;
+    bool m_showCursor = false;
+    bool m_cursorVisible = true;
+    QColor m_primary = Qt::black;
+    double m_viewportY = 0;
+    double m_viewportHeight = 0;
+};
+
+} // namespace tapalong
