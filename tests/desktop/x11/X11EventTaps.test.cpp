@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11EventTaps.h"
 
 #include "desktop/x11/OwnWindow.h"
+#include "platform/linux/x11/QtConnection.h"
 
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
@@ -298,6 +299,33 @@ TEST_F(X11EventTapsTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthers
     EXPECT_GE(window.moves, 1);
     EXPECT_EQ(window.wheels, 0);
     EXPECT_EQ(count(EventType::scrollWheel), 2U);
+}
+
+TEST_F(X11EventTapsTest, PointerGrabEndedByQtIsTakenAgain) {
+    OwnWindow window;
+    other.movePointer(600, 400);
+    start();
+    xcb_input_xi_ungrab_device(qtConnection(), XCB_CURRENT_TIME, 2); // the core pointer's number on every server
+    xcb_flush(qtConnection());
+    spinFor(100ms);
+    (void)other.openWindow(600, 400, 50, 50);
+    other.movePointer(620, 420);
+    other.click(1);
+    other.click(9);
+    ASSERT_TRUE(spinUntil([&] { return count(EventType::otherMouseUp) == 1; }));
+    EXPECT_TRUE(other.seen().empty());
+}
+
+TEST_F(X11EventTapsTest, ClicksReachNoOtherProgramsWindow) {
+    start();
+    other.movePointer(10, 10);
+    other.click(1);
+    other.click(3);
+    spinFor(50ms);
+    EXPECT_TRUE(other.seen().empty());
+    stop();
+    other.click(1);
+    EXPECT_EQ(other.count(XCB_BUTTON_PRESS, 1), 1U);
 }
 
 TEST_F(X11EventTapsTest, OtherButtonPressedDuringADragIsSwallowed) {

@@ -59,6 +59,7 @@ TEST_F(X11WindowKeeperTest, KeptWindowThatIsOnTopIsLeftAlone) {
 
 TEST_F(X11WindowKeeperTest, WindowIsItsOwnAgainWithoutItsKeeper) {
     { const X11WindowKeeper keeper(connection, window); }
+    spinFor(50ms);
     const auto covering = other.openWindow(100, 100, 200, 200);
     spinFor(50ms);
     EXPECT_EQ(other.topWindow(), covering);

@@ -30,6 +30,11 @@ bool isInterceptedPointerEvent(EventType type) {
     return type == EventType::scrollWheel || type == EventType::otherMouseDown || type == EventType::otherMouseUp;
 }
 
+// Qt grabs the pointer for popup windows on the same connection, and its ungrab ends ours as well.
+bool isEndOfPointerGrab(const xcb_generic_event_t& event) {
+    return kindOf(event) == XCB_ENTER_NOTIFY && as<xcb_enter_notify_event_t>(event).mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
 // The release of a wheel step is no event of ours and yet must not reach a window alone.
 bool isWheelRelease(const xcb_generic_event_t& event, std::uint8_t xinputOpcode) {
     return xinputTypeOf(event, xinputOpcode) == XCB_INPUT_BUTTON_RELEASE &&
@@ -240,6 +245,9 @@ bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message,
     // Our own grab is no loss of focus: the window would stop its cursor and its field.
     if (kindOf(event) == XCB_FOCUS_OUT) {
         return as<xcb_focus_out_event_t>(event).mode == XCB_NOTIFY_MODE_GRAB;
+    }
+    if (isEndOfPointerGrab(event)) {
+        (void)m_pointerGrab.take();
     }
     if (isWheelRelease(event, m_connection.xinputOpcode())) {
         return true;
