@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/desktop/WindowTraits.h"
+
+#include <QPointF>
+
+#include <memory>
+#include <optional>
+
+class QObject;
+
+namespace tapalong {
+
+class Accessibility;
+class EventMonitors;
+class EventTaps;
+class NoticeBoard;
+
+/// What the display systems do each in their own way: input, and the windows that must hold against the desktop.
+class DesktopInput {
+public:
+    virtual ~DesktopInput() = default;
+
+    [[nodiscard]] virtual Accessibility& accessibility() = 0;
+    [[nodiscard]] virtual EventMonitors& eventMonitors() = 0;
+    [[nodiscard]] virtual EventTaps& eventTaps() = 0;
+
+    /// In the toolkit's screen coordinates; none while nobody knows.
+    [[nodiscard]] virtual std::optional<QPointF> pointer() const = 0;
+
+    /// The password field that got the keyboard focus, null when it lost it.
+    virtual void secureFieldFocused(QObject* field) = 0;
+
+    /// Fills in how windows are made here; this object must outlive them.
+    virtual void describeWindows(WindowTraits& traits) = 0;
+};
+
+/// For the display system that the QGuiApplication runs on. What it cannot do goes to `notices`.
+[[nodiscard]] std::unique_ptr<DesktopInput> makeDesktopInput(NoticeBoard& notices);
+
+} // namespace tapalong

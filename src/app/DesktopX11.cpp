@@ -1,0 +1,55 @@
+#include "app/DesktopX11.h"
+
+#include "platform/desktop/NoticeBoard.h"
+#include "platform/linux/x11/QtConnection.h"
+
+#include <QCursor>
+#include <QWindow>
+
+namespace tapalong {
+
+namespace {
+
+/// The toolkit asks for the focus with the time of the last input that it saw, and the server ignores a request that
+/// is older than the present focus: so we could never take it back from a program that the child did not touch.
+void takeKeyboard(QWindow& window) {
+    const bool isUnmanaged = window.flags().testFlag(Qt::BypassWindowManagerHint);
+    if (!isUnmanaged || !window.isExposed()) {
+        window.requestActivate();
+        return;
+    }
+    auto* const server = qtConnection();
+    xcb_set_input_focus(server, XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(window.winId()), XCB_CURRENT_TIME);
+    xcb_flush(server);
+}
+
+} // namespace
+
+DesktopX11::DesktopX11(NoticeBoard& notices) {
+    if (!m_connection.isUsable()) {
+        notices.set("x11.unusable", "Lockdown Mode does not work on this display: its X server lacks what is needed "
+                                    "to keep keys from other programs.");
+    }
+}
+
+std::optional<QPointF> DesktopX11::pointer() const {
+    return QCursor::pos();
+}
+
+void DesktopX11::describeWindows(WindowTraits& traits) {
+    traits.cover = Cover::unmanaged;
+    traits.takeKeyboard = takeKeyboard;
+    traits.borderlessWindowMade = [this](QWindow& window) { keepOnTop(window); };
+}
+
+void DesktopX11::keepOnTop(QWindow& window) {
+    QObject::connect(&window, &QWindow::visibleChanged, &window, [this, &window](bool isVisible) {
+        // The old keeper first: there is one at a time.
+        m_windowKeeper.reset();
+        if (isVisible) {
+            m_windowKeeper = std::make_unique<X11WindowKeeper>(m_connection, window);
+        }
+    });
+}
+
+} // namespace tapalong

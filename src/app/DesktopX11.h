@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/DesktopInput.h"
+#include "platform/linux/x11/SecureInput.h"
+#include "platform/linux/x11/X11Accessibility.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11EventMonitors.h"
+#include "platform/linux/x11/X11EventTaps.h"
+#include "platform/linux/x11/X11WindowKeeper.h"
+
+namespace tapalong {
+
+class DesktopX11 final : public DesktopInput {
+public:
+    explicit DesktopX11(NoticeBoard& notices);
+
+    [[nodiscard]] Accessibility& accessibility() override { return m_accessibility; }
+    [[nodiscard]] EventMonitors& eventMonitors() override { return m_eventMonitors; }
+    [[nodiscard]] EventTaps& eventTaps() override { return m_eventTaps; }
+    [[nodiscard]] std::optional<QPointF> pointer() const override;
+    void secureFieldFocused(QObject* field) override { m_secureInput.setSecureField(field); }
+    void describeWindows(WindowTraits& traits) override;
+
+private:
+    void keepOnTop(QWindow& window);
+
+    X11Connection m_connection;
+    SecureInput m_secureInput;
+    X11EventMonitors m_eventMonitors{m_connection};
+    X11EventTaps m_eventTaps{m_connection, m_eventMonitors, m_secureInput};
+    X11Accessibility m_accessibility;
+    std::unique_ptr<X11WindowKeeper> m_windowKeeper;
+};
+
+} // namespace tapalong

@@ -1,0 +1,55 @@
+#include "app/DesktopPlatform.h"
+#include "app/DesktopRenderer.h"
+#include "app/DesktopSignals.h"
+#include "app/TapalongApp.h"
+
+#include <QGuiApplication>
+#include <QQuickStyle>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+bool hasDisplay() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+void prepareToolkit() {
+    // Else each key waits five milliseconds before it is drawn.
+    if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME")) {
+        qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+    }
+    // The same controls on every desktop: ours are built on these.
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    QGuiApplication::setApplicationName(QStringLiteral("tapalong"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tapalong"));
+    // Windows that are closed are only hidden; who closes the last one decides.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (!hasDisplay()) {
+        std::cerr << "Tapalong needs a graphical desktop: please start it from there.\n";
+        return EXIT_FAILURE;
+    }
+    prepareToolkit();
+    QGuiApplication toolkit(argc, argv);
+    tapalong::chooseRenderer();
+
+    tapalong::DesktopPlatform desktop;
+    tapalong::TapalongApp app(desktop.platform());
+    const tapalong::DesktopSignals askedToEnd([] { QGuiApplication::exit(EXIT_SUCCESS); });
+    desktop.windows().openScene(app.body(),
+                                [&app] { return app.appDelegate().applicationShouldTerminateAfterLastWindowClosed(); });
+    app.appDelegate().applicationDidFinishLaunching();
+
+    const int result = QGuiApplication::exec();
+    // Windows show the state of the application, so they go first.
+    app.sessionManager().endSession();
+    desktop.windows().removeScene();
+    return result;
+}
