@@ -5,6 +5,7 @@
 #include "platform/UserDefaults.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -72,6 +73,8 @@ struct Event {
     /// What the random source answers while this event is handled.
     std::array<std::uint64_t, 10> draws{};
 };
+
+inline constexpr std::size_t eventKinds = static_cast<std::size_t>(Event::Kind::secureInput) + 1;
 
 /// One line for a report.
 [[nodiscard]] std::string describe(const Event& event);

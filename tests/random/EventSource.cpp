@@ -60,7 +60,7 @@ const KeyPress deleteKey{51, "\x7F", Meaning::deleteLast};
 constexpr std::array<std::pair<Kind, int>, 24> weights{{
     {Kind::advance, 170},     {Kind::key, 430},         {Kind::modifiers, 80},      {Kind::otherInput, 25},
     {Kind::pointer, 35},      {Kind::start, 10},        {Kind::otherInFront, 8},    {Kind::setting, 25},
-    {Kind::badge, 3},         {Kind::tapsAvailable, 4}, {Kind::disableTap, 4},      {Kind::permission, 3},
+    {Kind::badge, 3},         {Kind::tapsAvailable, 8}, {Kind::disableTap, 4},      {Kind::permission, 3},
     {Kind::askPermission, 1}, {Kind::appearance, 3},    {Kind::screen, 3},          {Kind::reader, 3},
     {Kind::finger, 6},        {Kind::closeSettings, 1}, {Kind::overlayPassword, 6}, {Kind::overlayReturn, 6},
     {Kind::overlayCancel, 4}, {Kind::overlayField, 4},  {Kind::overlayTouchID, 4},  {Kind::secureInput, 6},
@@ -110,7 +110,7 @@ Kind EventSource::nextKind(const Model& model) {
     static const auto sum = static_cast<std::uint64_t>(sumOfWeights());
     // Most of the time there should be a session.
     if (!model.session && oneIn(8)) {
-        return oneIn(20) ? Kind::closeSettings : Kind::start;
+        return oneIn(10) ? Kind::closeSettings : Kind::start;
     }
     while (true) {
         auto left = static_cast<int>(below(sum));
@@ -138,9 +138,15 @@ Event EventSource::next(const Model& model) {
     if (oneIn(400)) {
         m_deletesLeft = 20;
     }
-    event.kind = nextKind(model);
+    if (oneIn(10000)) {
+        m_keysLeft = 1500;
+    }
+    m_keysLeft -= m_keysLeft > 0 ? 1 : 0;
+    event.kind = m_keysLeft > 0 ? Kind::key : nextKind(model);
+    const auto& recent = model.recentEmoji;
+    const bool repeating = !recent.empty() && oneIn(10); // ten draws in a row that are to be avoided
     for (auto& draw : event.draws) {
-        draw = oneIn(3) ? below(9) : below(75 * 15);
+        draw = repeating || (!recent.empty() && oneIn(3)) ? oneOf(recent) : below(75 * 15);
     }
     fill(event, model);
     return event;

@@ -33,6 +33,7 @@ private:
 
     std::mt19937_64 m_engine;
     int m_deletesLeft = 0; ///< of a run that holds Delete
+    int m_keysLeft = 0;    ///< of a run that only types, for long texts
 };
 
 } // namespace tapalong::testing

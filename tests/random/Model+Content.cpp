@@ -88,6 +88,7 @@ void Model::handle(const Posted& posted, const Event& event) {
 
 void Model::append(std::string text) {
     content.push_back({std::move(text), nextColor()});
+    milestones.longestText = std::max<std::uint64_t>(milestones.longestText, content.size());
     if (static_cast<std::int64_t>(content.size()) > settings.maxCharacters) {
         trim();
     }
@@ -100,9 +101,11 @@ void Model::trim() {
     for (std::size_t i = drop; i < searchEnd && !breaks(Broken::trimIgnoresLineBreaks); ++i) {
         if (content[i].text == "\n") {
             drop = i + 1;
+            ++milestones.trimsAtLineBreaks;
             break;
         }
     }
+    ++milestones.trims;
     content.erase(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(drop));
 }
 
@@ -112,6 +115,7 @@ void Model::deleteLast() {
     }
     const double enough = breaks(Broken::wipeAfterFourSeconds) ? 4.0 : 5.0;
     if (now - *deleteHeldSince >= enough) {
+        milestones.wipes += content.empty() ? 0 : 1;
         content.clear();
         deleteHeldSince.reset();
     } else if (!content.empty()) {
@@ -123,13 +127,15 @@ std::string Model::drawEmoji(const Event& event) {
     constexpr std::size_t window = 8;
     const auto& pool = EmojiPool::all();
     std::uint64_t drawn = 0;
+    bool fresh = false;
     for (const auto draw : event.draws) {
         drawn = draw % pool.size();
-        const bool fresh = std::find(recentEmoji.begin(), recentEmoji.end(), drawn) == recentEmoji.end();
+        fresh = std::find(recentEmoji.begin(), recentEmoji.end(), drawn) == recentEmoji.end();
         if (fresh || breaks(Broken::emojiRepeat)) {
             break;
         }
     }
+    milestones.tenthDraws += fresh ? 0 : 1;
     recentEmoji.push_back(drawn);
     if (recentEmoji.size() > window) {
         recentEmoji.erase(recentEmoji.begin());

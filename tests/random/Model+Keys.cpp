@@ -146,6 +146,7 @@ void Model::recorderSees(const Event& event) {
         settings.shortcutKeyCode = event.press.code;
         settings.shortcutModifiers = static_cast<std::int64_t>(flags);
         stopRecording();
+        ++milestones.recordings;
         localMonitors.push_back(MonitorKind::shortcut);
     }
 }
@@ -164,6 +165,7 @@ void Model::postEmojiFor(const Event& event) {
 void Model::runPosted(const Event& event) {
     for (const auto& posted : m_posted) {
         if (posted.start) {
+            milestones.shortcutStarts += session ? 0 : 1;
             startSession();
         } else if (session) {
             handle(posted, event);

@@ -41,6 +41,7 @@ void Model::attemptPassword() {
     auto& shown = *session->overlay;
     shown.error.clear();
     if (shown.password == settings.exitPassword) {
+        ++milestones.passwordEnds;
         endSession();
     } else {
         shown.error = "Incorrect password";
@@ -54,6 +55,7 @@ void Model::answerFinger(const Event& event) {
     asking->attempting = false;
     if (event.on) {
         // Also an answer to an overlay that is gone counts.
+        milestones.fingerEnds += session ? 1 : 0;
         endSession();
         return;
     }

@@ -102,6 +102,7 @@ void Model::runDelayed() {
         session->tapTriedAgainAt.reset();
         if (trusted) {
             installTap();
+            milestones.tapsHadLater += session->tap ? 1 : 0;
         }
     }
     const auto due = std::exchange(appearances, {});

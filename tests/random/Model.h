@@ -71,6 +71,12 @@ public:
         Color color;
     };
 
+    /// How often something worth testing was reached.
+    struct Milestones {
+        std::uint64_t trims = 0, trimsAtLineBreaks = 0, wipes = 0, tenthDraws = 0, tapsHadLater = 0, recordings = 0,
+                      shortcutStarts = 0, passwordEnds = 0, fingerEnds = 0, longestText = 0;
+    };
+
     enum class MonitorKind : std::uint8_t { shortcut, recorder, session };
 
     explicit Model(Broken broken) : m_broken(broken) {}
@@ -89,6 +95,7 @@ public:
     std::optional<double> deleteHeldSince;
     std::int64_t palette = 0;
     int soundsPlayed = 0; ///< by the last event
+    Milestones milestones;
 
     std::vector<MonitorKind> localMonitors{MonitorKind::shortcut}; ///< oldest first
     std::deque<std::shared_ptr<Overlay>> pendingFingers;

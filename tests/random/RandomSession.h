@@ -26,6 +26,7 @@ public:
     [[nodiscard]] std::optional<std::string> run(std::uint64_t events);
 
     [[nodiscard]] const Counts& counts() const { return m_counts; }
+    [[nodiscard]] const Model::Milestones& milestones() const { return m_model.milestones; }
 
 private:
     using Receiver = simulated::SimulatedInput::Receiver;

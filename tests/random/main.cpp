@@ -37,21 +37,41 @@ std::optional<std::uint64_t> numberFrom(const char* text) {
     return value;
 }
 
+/// From so many events on, a run that did not reach everything was not the test it claims to be.
+constexpr std::uint64_t enoughToReachAll = 100000;
+
+bool hasReachedAll(const RandomSession& session) {
+    const auto& counts = session.counts();
+    const auto& reached = session.milestones();
+    return counts.processes > 1 && counts.sessions > 10 && counts.overlays > 10 && counts.waysOut > 10 &&
+           counts.byKind.size() == eventKinds && reached.trims > 0 && reached.trimsAtLineBreaks > 0 &&
+           reached.wipes > 0 && reached.tenthDraws > 0 && reached.tapsHadLater > 0 && reached.recordings > 0 &&
+           reached.shortcutStarts > 0 && reached.passwordEnds > 0 && reached.fingerEnds > 0;
+}
+
 int explore(std::uint64_t seed, std::uint64_t events) {
     std::cout << "seed " << seed << ", " << events << " events" << std::endl;
     RandomSession session(seed, Broken::nothing);
     const auto difference = session.run(events);
     const auto& counts = session.counts();
+    const auto& reached = session.milestones();
     std::cout << counts.events << " events in " << counts.processes << " processes and " << counts.sessions
               << " sessions; the overlay came up " << counts.overlays << " times; the way out was taken "
-              << counts.waysOut << " times\n";
+              << counts.waysOut << " times\n"
+              << reached.trims << " trims, " << reached.trimsAtLineBreaks << " of them at a line break; "
+              << reached.longestText << " characters at most; " << reached.wipes << " wipes; " << reached.tenthDraws
+              << " tenth draws; " << reached.tapsHadLater << " taps had later; " << reached.recordings
+              << " recordings; " << reached.shortcutStarts << " starts by shortcut; " << reached.passwordEnds
+              << " ends by password, " << reached.fingerEnds << " by finger\n";
     if (difference) {
         std::cout << "seed " << seed << ", " << *difference;
         return 1;
     }
-    // A run that reached nothing has shown nothing.
-    const bool reached = events < 10000 || (counts.sessions > 10 && counts.overlays > 10 && counts.waysOut > 2);
-    return reached ? 0 : 1;
+    if (events >= enoughToReachAll && !hasReachedAll(session)) {
+        std::cout << "seed " << seed << ": too little was reached for the run to mean anything\n";
+        return 1;
+    }
+    return 0;
 }
 
 int testItself() {
