@@ -109,7 +109,6 @@ void TypedTextNode::showPiece(const Scene& scene, const LinePiece& piece, ShownL
             shown.node->setOwnsTexture(false);
             // One pixel of the picture is one of the screen.
             shown.node->setFiltering(QSGTexture::Nearest);
-            line.node->appendChildNode(shown.node);
         }
         shown.node->setTexture(shown.picture.texture.get());
         shown.node->setSourceRect(QRectF(QPointF(), shown.picture.size));
@@ -124,6 +123,10 @@ void TypedTextNode::showPiece(const Scene& scene, const LinePiece& piece, ShownL
                       shown.picture.size.width() / scene.pixelRatio, shown.picture.size.height() / scene.pixelRatio);
     if (std::exchange(shown.rect, rect) != rect) {
         shown.node->setRect(rect);
+    }
+    // Not before it has all it needs: the renderer looks at once.
+    if (shown.node->parent() == nullptr) {
+        line.node->appendChildNode(shown.node);
     }
 }
 
