@@ -25,10 +25,10 @@ const Effects creation{
 const Effects appearance{"notification.addObserver showExitOverlay", "timer.every 0.6"};
 const Effects disappearance{"notification.removeObserver", "timer.invalidate"};
 
-Effects joined(std::initializer_list<Effects> parts) {
+Effects joined(std::initializer_list<Effects> pieces) {
     Effects all;
-    for (const auto& part : parts) {
-        all.insert(all.end(), part.begin(), part.end());
+    for (const auto& piece : pieces) {
+        all.insert(all.end(), piece.begin(), piece.end());
     }
     return all;
 }
