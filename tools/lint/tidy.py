@@ -30,7 +30,7 @@ def content(path):
 
 def included_by(path):
     for name in INCLUDE.findall(content(path)):
-        for folder in (path.parent, ROOT / "src"):
+        for folder in (path.parent, ROOT / "src", ROOT / "tests"):
             candidate = (folder / name.decode()).resolve()
             if candidate.is_file():
                 yield candidate
