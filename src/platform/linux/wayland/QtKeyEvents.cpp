@@ -50,22 +50,18 @@ ModifierFlags flagsBefore(const QKeyEvent& event) {
            ((event.nativeModifiers() & nativeLockMask) != 0 ? Modifier::capsLock : 0);
 }
 
-std::function<std::optional<std::string>()> textOf(const QKeyEvent& event) {
-    if (event.text().isEmpty()) {
-        return {};
-    }
-    return [text = event.text().toStdString()] { return std::optional(text); };
-}
-
 InputEvent keyEvent(const QKeyEvent& event, const std::optional<VirtualKey>& key) {
     const bool isPress = event.type() == QEvent::KeyPress;
     if (!key) {
         return {.type = EventType::systemDefined, .modifierFlags = flagsBefore(event)};
     }
-    return {.type = isPress ? EventType::keyDown : EventType::keyUp,
-            .keyCode = key->code,
-            .modifierFlags = flagsBefore(event) | ownFlagsOf(key->kind),
-            .characters = textOf(event)};
+    InputEvent result{.type = isPress ? EventType::keyDown : EventType::keyUp,
+                      .keyCode = key->code,
+                      .modifierFlags = flagsBefore(event) | ownFlagsOf(key->kind)};
+    if (!event.text().isEmpty()) {
+        result.characters = [text = event.text()] { return std::optional(text.toStdString()); };
+    }
+    return result;
 }
 
 } // namespace
