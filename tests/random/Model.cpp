@@ -147,7 +147,7 @@ void Model::startSession() {
     if (session) {
         return;
     }
-    session.emplace();
+    session.emplace(Session{});
     session->kiosk = settings.kioskMode;
     session->corner = settings.exitCorner;
     session->dwell = settings.dwellTime;
