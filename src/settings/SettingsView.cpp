@@ -22,7 +22,8 @@ constexpr double grantInterval = 1.0;      // seconds
 SettingsView::SettingsView(std::shared_ptr<SessionManager> sessionManager, SessionSettings& settings,
                            const Platform& platform)
     : m_sessionManager(std::move(sessionManager)), m_settings(settings), m_platform(platform),
-      m_shortcutRecorder(std::make_shared<ShortcutRecorder>(settings, platform)) {}
+      m_shortcutRecorder(std::make_shared<ShortcutRecorder>(settings, platform)),
+      m_noticesSubscription(platform.notices.objectWillChange([this] { sendObjectWillChange(); })) {}
 
 SettingsView::~SettingsView() = default;
 

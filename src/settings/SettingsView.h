@@ -77,6 +77,7 @@ private:
     const std::shared_ptr<ShortcutRecorder> m_shortcutRecorder;
     Published<bool> m_accessibilityGranted{*this, false};
     std::optional<TimerToken> m_accessibilityTimer;
+    Subscription m_noticesSubscription;
     std::unique_ptr<SystemSound> m_preview; ///< kept, or it would end before it is heard
 };
 
