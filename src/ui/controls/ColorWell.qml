@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tapalong
+
+// Shows a colour; pressing it opens a popover to choose another one. Not the toolkit's dialog: that one needs
+// shaders, which the software renderer lacks, or looks foreign.
+T.AbstractButton {
+    id: well
+
+    required property Theme theme
+    required property color current
+
+    signal picked(color value)
+
+    implicitWidth: 46
+    implicitHeight: 26
+    focusPolicy: Qt.TabFocus
+    onClicked: popover.visible = !popover.visible
+    Keys.onReturnPressed: well.click()
+    Keys.onEnterPressed: well.click()
+
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.description: current.toString()
+    Accessible.onPressAction: well.click()
+
+    background: Rectangle {
+        radius: 7
+        color: "transparent"
+        border.width: 1
+        border.color: well.theme.outline
+
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: 3
+            radius: 4
+            color: well.current
+            border.width: 1
+            border.color: well.theme.hairline
+        }
+        FocusRing {
+            theme: well.theme
+            shown: well.visualFocus
+            around: 7
+        }
+    }
+
+    Popover {
+        id: popover
+
+        theme: well.theme
+        x: well.width - width
+        y: well.height + 6
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+
+        contentItem: ColorChooser {
+            theme: well.theme
+            current: well.current
+            onPicked: color => well.picked(color)
+        }
+    }
+}

@@ -1,0 +1,198 @@
+#include "ui/session/SessionViewAdapter.h"
+
+#include "lockdown/Notifications.h"
+#include "session/SessionManager.h"
+#include "ui/Gui.test.h"
+#include "ui/controls/SecureField.h"
+
+#include <gtest/gtest.h>
+
+namespace tapalong {
+
+namespace {
+
+struct SessionWindowTest : testing::Test {
+    SessionWindowTest() {
+        gui.app.settings().exitPassword.set("open");
+        gui.app.settings().useTouchID.set(false);
+        view = std::dynamic_pointer_cast<SessionView>(gui.startSession());
+        gui.open(view, {1366, 768});
+        adapter = gui.window->findChild<SessionViewAdapter*>();
+    }
+    ~SessionWindowTest() override { EXPECT_EQ(takeWarnings(), QStringList()); }
+
+    QQuickItem* item(const char* name) { return itemNamed(*gui.window, name); }
+    SecureField* field() { return gui.window->rootObject()->findChild<SecureField*>(); }
+    void typeKey(const char* text) {
+        gui.desktop.send(simulated::keyEvent(0, 0, text));
+        gui.desktop.time.drain();
+        turn();
+    }
+    /// The corner was held; 0.1 seconds later the overlay takes the keyboard.
+    void bringUpOverlay() {
+        gui.desktop.notificationCenter.post(showExitOverlayNotification);
+        gui.desktop.time.advance(0.2);
+        turn();
+    }
+    void enter(const char* password) {
+        for (const char* c = password; *c != '\0'; ++c) {
+            press(*gui.window, 0, QString(QChar(*c)));
+        }
+        turn();
+    }
+    void clickOn(const char* name) {
+        auto* target = item(name);
+        ASSERT_NE(target, nullptr) << name;
+        click(*gui.window, target->mapToScene({target->width() / 2, target->height() / 2}));
+        turn();
+    }
+    bool active() { return gui.app.sessionManager().isSessionActive(); }
+
+    Gui gui;
+    std::shared_ptr<SessionView> view;
+    SessionViewAdapter* adapter = nullptr;
+};
+
+} // namespace
+
+TEST_F(SessionWindowTest, NoticeIsThereUntilSomethingIsTypedAndWithLockdownNever) {
+    EXPECT_NE(item("Lockdown Mode is off"), nullptr);
+    typeKey("a");
+    EXPECT_EQ(item("Lockdown Mode is off"), nullptr);
+    gui.desktop.send(simulated::keyEvent(51));
+    gui.desktop.time.drain();
+    turn();
+    EXPECT_NE(item("Lockdown Mode is off"), nullptr);
+    gui.app.settings().kioskMode.set(true);
+    turn();
+    EXPECT_EQ(item("Lockdown Mode is off"), nullptr);
+}
+
+TEST_F(SessionWindowTest, GlowFollowsTheCorner) {
+    EXPECT_EQ(adapter->glowCentre(100, 50), QPointF(100, 0));
+    gui.app.settings().exitCorner.set(ScreenCorner::bottomLeft);
+    turn();
+    EXPECT_EQ(adapter->glowCentre(100, 50), QPointF(0, 50));
+    const auto items = allItems(*gui.window);
+    const bool moved = std::any_of(items.begin(), items.end(), [](QQuickItem* candidate) {
+        return candidate->width() == 80 && candidate->position() == QPointF(-40, 768 - 40);
+    });
+    EXPECT_TRUE(moved);
+}
+
+TEST_F(SessionWindowTest, BackgroundFollowsTheDesktop) {
+    EXPECT_EQ(adapter->backgroundColor(), QColor(0xf3f3f7));
+    gui.setDark(true);
+    gui.desktop.desktop.appearance = Appearance::darkAqua;
+    turn();
+    EXPECT_EQ(adapter->backgroundColor().name(), "#12121a");
+}
+
+TEST_F(SessionWindowTest, OverlayTakesTheKeyboardAndTheRightPasswordEndsTheSession) {
+    bringUpOverlay();
+    ASSERT_NE(field(), nullptr);
+    EXPECT_TRUE(field()->hasActiveFocus());
+    EXPECT_EQ(gui.focusedFields, QList<QObject*>({field()}));
+    enter("open");
+    press(*gui.window, Qt::Key_Return, "\r");
+    EXPECT_FALSE(active());
+}
+
+TEST_F(SessionWindowTest, WrongPasswordIsSaidAndTheFieldEmptiedAndFocused) {
+    bringUpOverlay();
+    enter("shut");
+    clickOn("Unlock");
+    EXPECT_TRUE(active());
+    EXPECT_NE(item("Incorrect password"), nullptr);
+    EXPECT_TRUE(field()->isEmpty());
+    EXPECT_TRUE(field()->hasActiveFocus());
+    enter("open");
+    EXPECT_NE(item("Incorrect password"), nullptr);
+    clickOn("Unlock");
+    EXPECT_FALSE(active());
+}
+
+TEST_F(SessionWindowTest, UnlockPressedWithAKeyGivesTheFocusBackToTheField) {
+    bringUpOverlay();
+    enter("shut");
+    press(*gui.window, Qt::Key_Tab, "\t");
+    EXPECT_FALSE(field()->hasActiveFocus());
+    press(*gui.window, Qt::Key_Space, " ");
+    turn();
+    EXPECT_NE(item("Incorrect password"), nullptr);
+    EXPECT_TRUE(field()->hasActiveFocus());
+}
+
+TEST_F(SessionWindowTest, UnlockIsOffWhileTheFieldIsEmpty) {
+    bringUpOverlay();
+    EXPECT_FALSE(item("Unlock")->isEnabled());
+    enter("x");
+    EXPECT_TRUE(item("Unlock")->isEnabled());
+}
+
+TEST_F(SessionWindowTest, ReturnInTheEmptyFieldAuthenticates) {
+    bringUpOverlay();
+    press(*gui.window, Qt::Key_Return, "\r");
+    turn();
+    EXPECT_NE(item("Incorrect password"), nullptr);
+}
+
+TEST_F(SessionWindowTest, CancelFadesTheOverlayOutAndTheNextOneWorksAgain) {
+    bringUpOverlay();
+    enter("half");
+    clickOn("Cancel");
+    EXPECT_FALSE(adapter->overlayPresented());
+    EXPECT_TRUE(adapter->overlayVisible());
+    EXPECT_EQ(gui.focusedFields.size(), 2);
+    EXPECT_EQ(gui.focusedFields.last(), nullptr);
+    EXPECT_TRUE(waitUntil([this] { return !adapter->overlayVisible(); }));
+    bringUpOverlay();
+    EXPECT_TRUE(field()->hasActiveFocus());
+    EXPECT_TRUE(field()->isEmpty());
+    EXPECT_EQ(gui.focusedFields.size(), 3);
+    EXPECT_EQ(gui.focusedFields.last(), field());
+    enter("open");
+    press(*gui.window, Qt::Key_Return, "\r");
+    EXPECT_FALSE(active());
+}
+
+TEST_F(SessionWindowTest, ClickOnTheBackdropDismissesAndOnThePanelDoesNot) {
+    bringUpOverlay();
+    clickOn("Exit Tapalong");
+    EXPECT_TRUE(adapter->overlayPresented());
+    click(*gui.window, {10, 400});
+    turn();
+    EXPECT_FALSE(adapter->overlayPresented());
+    EXPECT_TRUE(active());
+}
+
+TEST_F(SessionWindowTest, EscapeDoesNothing) {
+    bringUpOverlay();
+    press(*gui.window, Qt::Key_Escape, "\x1b");
+    turn();
+    EXPECT_TRUE(adapter->overlayPresented());
+}
+
+TEST_F(SessionWindowTest, FingerprintButtonWaitsAndAMissMovesTheFocusToTheField) {
+    EXPECT_EQ(item("Use Touch ID"), nullptr);
+    gui.app.settings().useTouchID.set(true);
+    gui.desktop.biometrics.available = true;
+    bringUpOverlay();
+    ASSERT_NE(item("Use Touch ID"), nullptr);
+    EXPECT_FALSE(item("Use Touch ID")->isEnabled());
+    EXPECT_FALSE(field()->hasActiveFocus());
+    gui.desktop.biometrics.reply(false, BiometricError{-1, "no match"});
+    gui.desktop.time.drain();
+    turn();
+    EXPECT_TRUE(item("Use Touch ID")->isEnabled());
+    EXPECT_TRUE(field()->hasActiveFocus());
+    EXPECT_NE(item("no match"), nullptr);
+}
+
+TEST_F(SessionWindowTest, FingerprintIsNotOfferedWhenSwitchedOff) {
+    bringUpOverlay();
+    EXPECT_EQ(item("Use Touch ID"), nullptr);
+    EXPECT_EQ(item("or"), nullptr);
+}
+
+} // namespace tapalong

@@ -1,0 +1,44 @@
+import QtQuick
+import Tapalong
+
+// The typed text, scrolling; no bars.
+Flickable {
+    id: area
+
+    required property SessionViewAdapter view
+
+    function scrollToBottom() {
+        contentY = Math.max(0, contentHeight - height);
+    }
+
+    contentWidth: width
+    contentHeight: bottom.y + bottom.height
+    boundsBehavior: Flickable.StopAtBounds
+
+    Connections {
+        target: area.view
+        function onScrollToBottom() {
+            area.scrollToBottom();
+        }
+    }
+
+    TypedText {
+        id: text
+
+        view: area.view
+        x: 40
+        y: 40
+        width: area.width - 80
+        viewportY: area.contentY - y
+        viewportHeight: area.height
+        Accessible.role: Accessible.StaticText
+    }
+    // What is scrolled to.
+    Item {
+        id: bottom
+
+        y: text.y + text.height + 40
+        width: parent.width
+        height: 1
+    }
+}

@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Layouts
+import Tapalong
+
+// The settings window: header, form, and the start area, which never scrolls out of sight.
+Rectangle {
+    id: root
+
+    required property SettingsViewAdapter view
+    readonly property Theme theme: Theme {
+        dark: root.view.isDark
+    }
+
+    color: theme.window
+    implicitWidth: 500
+    implicitHeight: 600
+
+    Shortcut {
+        sequences: ["Meta+Return", "Meta+Enter", "Ctrl+Return", "Ctrl+Enter"]
+        onActivated: root.view.startSession()
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        SettingsHeader {
+            theme: root.theme
+            icon: root.view.appIcon
+            Layout.fillWidth: true
+            Layout.margins: 20
+            Layout.bottomMargin: 16
+        }
+        Rectangle {
+            implicitHeight: 1
+            color: root.theme.hairline
+            Layout.fillWidth: true
+        }
+        SettingsForm {
+            view: root.view
+            theme: root.theme
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.minimumHeight: 120
+        }
+        StartArea {
+            view: root.view
+            theme: root.theme
+            Layout.fillWidth: true
+        }
+    }
+}
