@@ -9,11 +9,11 @@
 namespace tapalong {
 
 /// The typed text of a session: content, size and cursor all come from the view.
-class TypedText final : public TypedTextItem {
+class TypedText : public tapalong::TypedTextItem { // in full, for the type registration
     Q_OBJECT
     QML_ELEMENT
 
-    Q_PROPERTY(SessionViewAdapter* view READ view WRITE setView NOTIFY viewChanged FINAL)
+    Q_PROPERTY(tapalong::SessionViewAdapter* view READ view WRITE setView NOTIFY viewChanged FINAL)
 
 public:
     explicit TypedText(QQuickItem* parent = nullptr);

@@ -10,6 +10,7 @@ namespace tapalong {
 
 namespace {
 
+constexpr std::size_t recentLines = 4; // as many as a key lays out
 constexpr auto always = std::numeric_limits<std::uint64_t>::max();
 
 } // namespace
@@ -32,6 +33,7 @@ void TypedTextLayout::update(const std::vector<TypedCharacter>& characters) {
     Edit edit = difference(characters);
     m_characters = &characters;
     if (std::exchange(m_styleChanged, false)) {
+        m_recent.clear();
         m_style = std::make_unique<LineStyle>(m_fontSize, m_width, m_art);
         m_lines.clear();
     }
@@ -39,6 +41,9 @@ void TypedTextLayout::update(const std::vector<TypedCharacter>& characters) {
     const bool shrunk = edit.dropped + edit.kept < m_ids.size();
     const bool cursorChanged = std::exchange(m_cursorWasShown, m_cursorShown) != m_cursorShown;
     remember(edit);
+    if (grown || shrunk || cursorChanged || edit.dropped > 0) {
+        m_recent.clear();
+    }
     if (grown || shrunk || cursorChanged) {
         const Position firstChanged = m_base + edit.kept;
         while (!m_lines.empty() && m_lines.back().dependsUntil > firstChanged) {
@@ -79,6 +84,9 @@ void TypedTextLayout::remember(const Edit& edit) {
 /// Lays out from the first character until a line begins where an old one did, after a line that began where the old
 /// one's did: from there on nothing can differ.
 void TypedTextLayout::layOutFront() {
+    if (m_lines.empty() || (m_lines.front().begin == m_base && m_lines.front().startsParagraph)) {
+        return;
+    }
     std::deque<Line> old = std::exchange(m_lines, {});
     Position begin = m_base;
     Position contextBegin = begin;
@@ -129,7 +137,11 @@ void TypedTextLayout::layOutTail() {
 TypedTextLayout::Line TypedTextLayout::layOutLine(Position begin, bool startsParagraph, Position contextBegin) {
     const auto first = static_cast<std::size_t>(begin - m_base);
     const auto context = startsParagraph ? first : static_cast<std::size_t>(contextBegin - m_base);
-    const LineWindow window(*m_style, text(), context, first);
+    m_recent.emplace_back(begin, std::make_unique<LineWindow>(*m_style, text(), context, first));
+    if (m_recent.size() > recentLines) {
+        m_recent.pop_front();
+    }
+    const LineWindow& window = *m_recent.back().second;
     Line line;
     line.begin = begin;
     line.end = m_base + window.end();
@@ -163,14 +175,24 @@ TypedTextLayout::Range TypedTextLayout::line(std::size_t index) const {
     return {static_cast<std::size_t>(found.begin - m_base), static_cast<std::size_t>(found.end - m_base)};
 }
 
+ShapedLine TypedTextLayout::shape(std::size_t index) const {
+    const Line& line = m_lines[index];
+    for (const auto& [begin, window] : m_recent) {
+        if (begin == line.begin) {
+            return window->shaped();
+        }
+    }
+    const auto first = static_cast<std::size_t>(line.begin - m_base);
+    const auto context = line.startsParagraph ? first : static_cast<std::size_t>(m_lines[index - 1].begin - m_base);
+    return LineWindow(*m_style, text(), context, first).shaped();
+}
+
 std::shared_ptr<const ShapedLine> TypedTextLayout::shaped(std::size_t index) {
     Line& found = m_lines.at(index);
     if (auto known = found.shaped.lock()) {
         return known;
     }
-    const auto first = static_cast<std::size_t>(found.begin - m_base);
-    const auto context = found.startsParagraph ? first : static_cast<std::size_t>(m_lines[index - 1].begin - m_base);
-    auto made = std::make_shared<const ShapedLine>(LineWindow(*m_style, text(), context, first).shaped());
+    auto made = std::make_shared<const ShapedLine>(shape(index));
     found.shaped = made;
     return made;
 }

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <optional>
+#include <utility>
 #include <vector>
 
 namespace tapalong {
@@ -75,6 +75,7 @@ private:
     void layOutFront();
     void layOutTail();
     [[nodiscard]] Line layOutLine(Position begin, bool startsParagraph, Position contextBegin);
+    [[nodiscard]] ShapedLine shape(std::size_t index) const;
     [[nodiscard]] TypedSequence text() const { return {*m_characters, m_cursorShown}; }
     [[nodiscard]] Position textEnd() const { return m_base + text().size(); }
 
@@ -90,6 +91,8 @@ private:
     std::deque<Uuid> m_ids; ///< of the characters at the last update
     Position m_base = 0;    ///< of the first character
     std::deque<Line> m_lines;
+    std::deque<std::pair<Position, std::unique_ptr<LineWindow>>>
+        m_recent; ///< the last ones laid out, to be shaped next
     std::uint64_t m_linesLaidOut = 0;
 };
 
