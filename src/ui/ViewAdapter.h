@@ -10,7 +10,7 @@
 namespace tapalong {
 
 /// Base of the objects that QML binds to. They store nothing: each property reads the core when it is asked, and one
-/// signal stands for all of them.
+/// signal stands for all of them. Derived classes name this one in full: so must what the type registration is to find.
 class ViewAdapter : public QObject {
     Q_OBJECT
     QML_ANONYMOUS

@@ -20,15 +20,12 @@ Item {
         anchors.centerIn: parent
         spacing: 8
 
-        Loader {
+        Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            active: face.symbol !== ""
-            visible: active
-            sourceComponent: Symbol {
-                name: face.symbol
-                color: face.ink
-                size: face.symbolSize
-            }
+            visible: name !== ""
+            name: face.symbol
+            color: face.ink
+            size: face.symbolSize
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter

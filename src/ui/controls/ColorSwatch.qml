@@ -12,11 +12,11 @@ T.AbstractButton {
     implicitWidth: 26
     implicitHeight: 26
     focusPolicy: Qt.TabFocus
-    Keys.onReturnPressed: swatch.click()
-    Keys.onEnterPressed: swatch.click()
+    Keys.onReturnPressed: swatch.clicked()
+    Keys.onEnterPressed: swatch.clicked()
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Accessible.onPressAction: swatch.click()
+    Accessible.onPressAction: swatch.clicked()
 
     background: Rectangle {
         radius: 13

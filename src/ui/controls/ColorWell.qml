@@ -16,13 +16,13 @@ T.AbstractButton {
     implicitHeight: 26
     focusPolicy: Qt.TabFocus
     onClicked: popover.visible = !popover.visible
-    Keys.onReturnPressed: well.click()
-    Keys.onEnterPressed: well.click()
+    Keys.onReturnPressed: well.clicked()
+    Keys.onEnterPressed: well.clicked()
 
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: current.toString()
-    Accessible.onPressAction: well.click()
+    Accessible.onPressAction: well.clicked()
 
     background: Rectangle {
         radius: 7

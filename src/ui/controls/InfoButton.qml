@@ -17,13 +17,13 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     onClicked: presentedChangedTo(true)
-    Keys.onReturnPressed: button.click()
-    Keys.onEnterPressed: button.click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: info
-    Accessible.onPressAction: button.click()
+    Accessible.onPressAction: button.clicked()
 
     contentItem: Item {
         Symbol {

@@ -13,7 +13,7 @@ T.AbstractButton {
 
     function pressFromAfar() {
         if (enabled) {
-            button.click();
+            button.clicked();
         }
     }
 
@@ -26,8 +26,8 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
-    Keys.onReturnPressed: button.click()
-    Keys.onEnterPressed: button.click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     Accessible.role: Accessible.Button
     Accessible.name: text

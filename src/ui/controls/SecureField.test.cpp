@@ -19,7 +19,7 @@ struct SettingsFieldTest : testing::Test {
         field = gui.window->rootObject()->findChild<SecureField*>();
         field->forceActiveFocus();
     }
-    ~SettingsFieldTest() override { EXPECT_EQ(takeWarnings(), QStringList()); }
+    ~SettingsFieldTest() override { EXPECT_EQ(takeWarnings().join("\n").toStdString(), ""); }
 
     void type(const char* text) {
         for (const char* c = text; *c != '\0'; ++c) {

@@ -8,7 +8,7 @@ Item {
 
     required property Theme theme
     required property string label
-    property Component beside: null // right behind the label
+    property alias beside: besideSlot.data // right behind the label
     default property alias controls: trailing.data
 
     implicitHeight: visible ? Math.max(44, title.implicitHeight + 20) : 0
@@ -34,9 +34,8 @@ Item {
                 Layout.fillWidth: true
                 Layout.maximumWidth: Math.ceil(implicitWidth) + 1
             }
-            Loader {
-                sourceComponent: row.beside
-                visible: row.beside !== null
+            RowLayout {
+                id: besideSlot
             }
             Item {
                 Layout.fillWidth: true

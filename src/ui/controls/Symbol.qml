@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Window
 
-// One of our symbols in one colour.
+// One of our symbols in one colour; nothing while it has no name.
 Image {
     required property string name
     required property color color
@@ -14,8 +14,9 @@ Image {
 
     width: size
     height: size
-    sourceSize: Qt.size(size * Screen.devicePixelRatio, size * Screen.devicePixelRatio)
-    source: "image://symbol/" + name + "/" + hex(color.a) + hex(color.r) + hex(color.g) + hex(color.b)
+    sourceSize.width: size * Screen.devicePixelRatio
+    sourceSize.height: size * Screen.devicePixelRatio
+    source: name === "" ? "" : "image://symbol/" + name + "/" + hex(color.a) + hex(color.r) + hex(color.g) + hex(color.b)
     smooth: true
     Accessible.ignored: true
 }

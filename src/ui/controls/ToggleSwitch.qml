@@ -17,8 +17,8 @@ T.Switch {
     checked: on
     focusPolicy: Qt.TabFocus
     opacity: enabled ? 1 : 0.45
-    Keys.onReturnPressed: toggle.click()
-    Keys.onEnterPressed: toggle.click()
+    Keys.onReturnPressed: toggle.toggle()
+    Keys.onEnterPressed: toggle.toggle()
 
     onCheckedChanged: {
         if (checked === on) {

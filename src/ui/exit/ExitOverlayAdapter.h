@@ -12,7 +12,7 @@
 namespace tapalong {
 
 /// The exit overlay's state and intents, for QML. Once frozen it keeps its last look and does nothing any more.
-class ExitOverlayAdapter final : public ViewAdapter {
+class ExitOverlayAdapter final : public tapalong::ViewAdapter {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the overlay")

@@ -12,7 +12,7 @@ T.AbstractButton {
 
     function pressFromAfar() {
         if (enabled) {
-            button.click();
+            button.clicked();
         }
     }
 
@@ -22,8 +22,8 @@ T.AbstractButton {
     bottomPadding: 12
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
-    Keys.onReturnPressed: button.click()
-    Keys.onEnterPressed: button.click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: pressFromAfar()

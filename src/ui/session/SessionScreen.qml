@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tapalong
 
@@ -12,13 +14,8 @@ FocusScope {
         color: root.view.backgroundColor
     }
     CornerGlow {
-        readonly property point centre: {
-            root.view.isDark; // any property: the function below has no signal of its own
-            return root.view.glowCentre(root.width, root.height);
-        }
-
-        x: centre.x - root.view.glowRadius
-        y: centre.y - root.view.glowRadius
+        x: root.view.glowX * root.width - root.view.glowRadius
+        y: root.view.glowY * root.height - root.view.glowRadius
         width: root.view.glowRadius * 2
         height: width
         strength: root.view.glowOpacity
@@ -27,18 +24,17 @@ FocusScope {
         anchors.fill: parent
         view: root.view
     }
-    Loader {
+    LockdownNotice {
         anchors.centerIn: parent
-        active: root.view.showsLockdownNotice
-        sourceComponent: LockdownNotice {
-            room: root.width
-        }
+        visible: root.view.showsLockdownNotice
+        room: root.width
     }
-    Loader {
-        anchors.fill: parent
-        active: root.view.overlayVisible
-        focus: true
-        sourceComponent: ExitScreen {
+    // Made anew each time it comes up. Not a Loader: that one does not take bound components in every version.
+    Repeater {
+        model: root.view.overlayVisible ? 1 : 0
+
+        ExitScreen {
+            anchors.fill: root
             focus: true
             overlay: root.view.overlay
             presented: root.view.overlayPresented

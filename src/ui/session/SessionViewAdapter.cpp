@@ -35,11 +35,6 @@ void SessionViewAdapter::overlayGone() {
     }
 }
 
-QPointF SessionViewAdapter::glowCentre(double width, double height) const {
-    const auto centre = m_view->glowCentre(width, height);
-    return {centre.x, centre.y};
-}
-
 void SessionViewAdapter::aboutToEmit() {
     const auto present = m_view->exitOverlay();
     if (present == m_shown) {

@@ -7,7 +7,6 @@
 #include "ui/exit/ExitOverlayAdapter.h"
 #include "views/SessionView.h"
 
-#include <QPointF>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
@@ -15,7 +14,7 @@
 namespace tapalong {
 
 /// The session window's state and intents, for QML.
-class SessionViewAdapter final : public ViewAdapter {
+class SessionViewAdapter final : public tapalong::ViewAdapter {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
@@ -23,9 +22,12 @@ class SessionViewAdapter final : public ViewAdapter {
     VIEW_PROPERTY(bool, isDark, m_environment.isDark())
     VIEW_PROPERTY(QColor, backgroundColor, toQColor(m_view->settings().backgroundColor(), isDark()))
     VIEW_PROPERTY(bool, showsLockdownNotice, m_view->showsLockdownNotice())
+    // The glow's centre, in widths and heights of the window.
+    VIEW_PROPERTY(double, glowX, m_view->glowCentre(1, 1).x)
+    VIEW_PROPERTY(double, glowY, m_view->glowCentre(1, 1).y)
     VIEW_PROPERTY(bool, overlayPresented, m_view->exitOverlay() != nullptr)
     VIEW_PROPERTY(bool, overlayVisible, m_overlayVisible)
-    Q_PROPERTY(ExitOverlayAdapter* overlay READ overlay NOTIFY changed FINAL)
+    Q_PROPERTY(tapalong::ExitOverlayAdapter* overlay READ overlay NOTIFY changed FINAL)
     Q_PROPERTY(double glowRadius READ glowRadius CONSTANT FINAL)
     Q_PROPERTY(double glowOpacity READ glowOpacity CONSTANT FINAL)
 
@@ -40,8 +42,6 @@ public:
 
     [[nodiscard]] double glowRadius() const { return SessionView::glowRadius; }
     [[nodiscard]] double glowOpacity() const { return SessionView::glowOpacity; }
-    /// In a view of that size; follows the exit corner with `changed`.
-    Q_INVOKABLE [[nodiscard]] QPointF glowCentre(double width, double height) const;
 
     [[nodiscard]] SessionView& view() const { return *m_view; }
     [[nodiscard]] const ViewEnvironment& environment() const { return m_environment; }

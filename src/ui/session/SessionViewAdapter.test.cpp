@@ -19,10 +19,17 @@ struct SessionWindowTest : testing::Test {
         gui.open(view, {1366, 768});
         adapter = gui.window->findChild<SessionViewAdapter*>();
     }
-    ~SessionWindowTest() override { EXPECT_EQ(takeWarnings(), QStringList()); }
+    ~SessionWindowTest() override { EXPECT_EQ(takeWarnings().join("\n").toStdString(), ""); }
 
     QQuickItem* item(const char* name) { return itemNamed(*gui.window, name); }
-    SecureField* field() { return gui.window->rootObject()->findChild<SecureField*>(); }
+    SecureField* field() {
+        for (auto* candidate : allItems(*gui.window)) {
+            if (auto* found = qobject_cast<SecureField*>(candidate)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
     void typeKey(const char* text) {
         gui.desktop.send(simulated::keyEvent(0, 0, text));
         gui.desktop.time.drain();
@@ -69,10 +76,8 @@ TEST_F(SessionWindowTest, NoticeIsThereUntilSomethingIsTypedAndWithLockdownNever
 }
 
 TEST_F(SessionWindowTest, GlowFollowsTheCorner) {
-    EXPECT_EQ(adapter->glowCentre(100, 50), QPointF(100, 0));
     gui.app.settings().exitCorner.set(ScreenCorner::bottomLeft);
     turn();
-    EXPECT_EQ(adapter->glowCentre(100, 50), QPointF(0, 50));
     const auto items = allItems(*gui.window);
     const bool moved = std::any_of(items.begin(), items.end(), [](QQuickItem* candidate) {
         return candidate->width() == 80 && candidate->position() == QPointF(-40, 768 - 40);

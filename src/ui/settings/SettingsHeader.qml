@@ -13,7 +13,8 @@ RowLayout {
 
     Image {
         source: header.icon
-        sourceSize: Qt.size(56 * Screen.devicePixelRatio, 56 * Screen.devicePixelRatio)
+        sourceSize.width: 56 * Screen.devicePixelRatio
+        sourceSize.height: 56 * Screen.devicePixelRatio
         Layout.preferredWidth: 56
         Layout.preferredHeight: 56
         Accessible.ignored: true

@@ -17,7 +17,7 @@
 namespace tapalong {
 
 /// The settings window's state and intents, for QML.
-class SettingsViewAdapter final : public ViewAdapter {
+class SettingsViewAdapter final : public tapalong::ViewAdapter {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")

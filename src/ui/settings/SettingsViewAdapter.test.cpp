@@ -13,7 +13,7 @@ struct SettingsWindowTest : testing::Test {
         gui.open(gui.app.settingsView(), {500, 1100});
         adapter = gui.window->findChild<SettingsViewAdapter*>();
     }
-    ~SettingsWindowTest() override { EXPECT_EQ(takeWarnings(), QStringList()); }
+    ~SettingsWindowTest() override { EXPECT_EQ(takeWarnings().join("\n").toStdString(), ""); }
 
     SessionSettings& settings() { return gui.app.settings(); }
     QQuickItem* item(const char* name) { return itemNamed(*gui.window, name); }

@@ -10,7 +10,7 @@ T.AbstractButton {
 
     function pressFromAfar() {
         if (enabled) {
-            button.click();
+            button.clicked();
         }
     }
 
@@ -18,8 +18,8 @@ T.AbstractButton {
     text: qsTr("Start Session")
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
-    Keys.onReturnPressed: button.click()
-    Keys.onEnterPressed: button.click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: pressFromAfar()
