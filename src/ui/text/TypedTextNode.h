@@ -19,8 +19,9 @@ class QQuickWindow;
 namespace tapalong {
 
 /// The scene of the visible lines: a picture for each piece, so that a key repaints its own piece alone. Equal pieces
-/// share a picture, painted once. Lives where the scene is rendered.
-class TypedTextNode final : public QSGNode {
+/// share a picture, painted once. Lives where the scene is rendered. A transform node, although it moves nothing: the
+/// software renderer remembers where things are only for such nodes, and would draw what is added later at the origin.
+class TypedTextNode final : public QSGTransformNode {
 public:
     struct Scene {
         QQuickWindow& window;
