@@ -181,6 +181,26 @@ TEST_F(TapalongAppTest, AFingerprintStillPendingKeepsNeitherLockdownNorView) {
     EXPECT_TRUE(view.expired());
 }
 
+TEST_F(TapalongAppTest, ALateFingerprintEndsNoLaterSession) {
+    settings.useTouchID.set(true);
+    world.biometrics.available = true;
+    manager.startSession();
+    holdCorner();
+    unlock("open sesame");
+    manager.startSession();
+    ASSERT_TRUE(world.biometrics.reply(true, std::nullopt));
+    world.time.drain();
+    EXPECT_TRUE(manager.isSessionActive());
+}
+
+TEST_F(TapalongAppTest, AForgottenRecordingEndsWhenASessionStarts) {
+    auto& recorder = app.settingsView()->shortcutRecorder();
+    recorder.startRecordingShortcut();
+    manager.startSession();
+    EXPECT_FALSE(recorder.isRecordingShortcut());
+    EXPECT_EQ(settings.globalShortcutKeyCode.get(), 17);
+}
+
 TEST_F(TapalongAppTest, ALatePermissionCheckOfAnEndedSessionInstallsNoTap) {
     settings.kioskMode.set(true);
     world.input.setTapsAvailable(false);

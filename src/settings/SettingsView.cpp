@@ -23,7 +23,8 @@ SettingsView::SettingsView(std::shared_ptr<SessionManager> sessionManager, Sessi
                            const Platform& platform)
     : m_sessionManager(std::move(sessionManager)), m_settings(settings), m_platform(platform),
       m_shortcutRecorder(std::make_shared<ShortcutRecorder>(settings, platform)),
-      m_noticesSubscription(platform.notices.objectWillChange([this] { sendObjectWillChange(); })) {}
+      m_noticesSubscription(platform.notices.objectWillChange([this] { sendObjectWillChange(); })),
+      m_sessionSubscription(m_sessionManager->objectWillChange([this] { sessionWillChange(); })) {}
 
 SettingsView::~SettingsView() = default;
 
@@ -45,6 +46,13 @@ void SettingsView::onDisappear() {
     m_shortcutRecorder->stopRecordingShortcut();
 }
 
+// A recording that was forgotten when the shortcut started a session would eat the password on the way out.
+void SettingsView::sessionWillChange() {
+    if (!m_sessionManager->isSessionActive() && m_shortcutRecorder->isRecordingShortcut()) {
+        m_shortcutRecorder->stopRecordingShortcut();
+    }
+}
+
 void SettingsView::checkAccessibilityPermission() {
     // Announced only when it changes: this runs every two seconds for as long as the window is open.
     if (const bool granted = m_platform.accessibility.isProcessTrusted(); granted != accessibilityGranted()) {
@@ -63,7 +71,7 @@ void SettingsView::requestAccessibilityPermission() {
                                               });
 }
 
-void SettingsView::watchForGrant(std::shared_ptr<std::optional<TimerToken>> watcher) {
+void SettingsView::watchForGrant(const std::shared_ptr<std::optional<TimerToken>>& watcher) {
     if (m_platform.accessibility.isProcessTrusted()) {
         m_accessibilityGranted.set(true);
         m_platform.timers.invalidate(watcher->value());

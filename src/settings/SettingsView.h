@@ -69,7 +69,8 @@ public:
     Published<bool> showEmojiInfo{*this, false};
 
 private:
-    void watchForGrant(std::shared_ptr<std::optional<TimerToken>> watcher);
+    void sessionWillChange();
+    void watchForGrant(const std::shared_ptr<std::optional<TimerToken>>& watcher);
 
     const std::shared_ptr<SessionManager> m_sessionManager;
     SessionSettings& m_settings;
@@ -78,6 +79,7 @@ private:
     Published<bool> m_accessibilityGranted{*this, false};
     std::optional<TimerToken> m_accessibilityTimer;
     Subscription m_noticesSubscription;
+    Subscription m_sessionSubscription;
     std::unique_ptr<SystemSound> m_preview; ///< kept, or it would end before it is heard
 };
 

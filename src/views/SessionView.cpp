@@ -68,7 +68,13 @@ void SessionView::presentExitOverlay() {
                 self->m_exitOverlay.set(nullptr);
             }
         },
-        [manager = m_sessionManager] { manager->endSession(); }, m_settings, m_platform);
+        // A fingerprint may be recognised long after: it ends the session that it was asked for, never a later one.
+        [weak = weak_from_this()] {
+            if (const auto self = weak.lock()) {
+                self->m_sessionManager->endSession();
+            }
+        },
+        m_settings, m_platform);
     m_exitOverlay.set(overlay);
     overlay->onAppear();
 }

@@ -54,9 +54,11 @@ void Model::answerFinger(const Event& event) {
     pendingFingers.pop_front();
     asking->attempting = false;
     if (event.on) {
-        // Also an answer to an overlay that is gone counts.
-        milestones.fingerEnds += session ? 1 : 0;
-        endSession();
+        // Also an answer to an overlay that was taken down counts, but for its own session only.
+        if (session && session->number == asking->session) {
+            ++milestones.fingerEnds;
+            endSession();
+        }
         return;
     }
     asking->focused = true;

@@ -93,6 +93,7 @@ void Model::watchCorner() {
 void Model::presentOverlay() {
     if (!session->overlay) {
         session->overlay = std::make_shared<Overlay>();
+        session->overlay->session = session->number;
         appearances.emplace_back(now + 0.1, session->overlay);
     }
 }

@@ -147,7 +147,9 @@ void Model::startSession() {
     if (session) {
         return;
     }
+    stopRecording();
     session.emplace(Session{});
+    session->number = ++sessionsStarted;
     session->kiosk = settings.kioskMode;
     session->corner = settings.exitCorner;
     session->dwell = settings.dwellTime;

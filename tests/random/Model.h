@@ -53,6 +53,7 @@ public:
     struct Overlay {
         std::string password, error;
         bool attempting = false, focused = false;
+        std::uint64_t session = 0; ///< the number of the one that it belongs to
     };
 
     struct Session {
@@ -62,6 +63,7 @@ public:
         bool audible = false, inCorner = false, tap = false;
         std::optional<double> dwellEnds{}, tapTriedAgainAt{};
         std::shared_ptr<Overlay> overlay{};
+        std::uint64_t number = 0;
 
         [[nodiscard]] Point middleOfCorner() const;
     };
@@ -90,6 +92,7 @@ public:
 
     Settings settings;
     std::optional<Session> session;
+    std::uint64_t sessionsStarted = 0;
     std::vector<Typed> content;
     std::vector<std::uint64_t> recentEmoji; ///< by their place in the pool
     std::optional<double> deleteHeldSince;

@@ -54,7 +54,7 @@ std::vector<Event> RandomSession::stepsThroughTheOverlay() const {
     // brings secure input with it.
     std::vector<Event> steps{wait(0.125), plain(Kind::overlayField), plain(Kind::secureInput)};
     if (m_model.isRecording()) {
-        // A recording that was forgotten when the shortcut started this session still takes every key.
+        // Behind the session nobody can begin a recording; random events can, and it takes every key.
         auto escape = press(53, "\x1B");
         escape.press.meaning = KeyPress::Meaning::fixed;
         steps.push_back(escape);

@@ -1,0 +1,124 @@
+"""Sessions in Lockdown Mode: nothing typed reaches another program, and the adult gets out by the keyboard."""
+import re
+import subprocess
+import unittest
+
+from case import PASSWORD, DesktopCase, wait_until
+
+
+class Lockdown(DesktopCase):
+    def setUp(self):
+        super().setUp()
+        # Another program that writes down every event it gets.
+        self.witness_log = self.desktop.path("witness.log")
+        self.witness_file = open(self.witness_log, "w", encoding="utf-8")  # pylint: disable=consider-using-with
+        self.witness = self.desktop.run_beside(["xev", "-name", "witness", "-geometry", "200x100+20+20"],
+                                               stdout=self.witness_file)
+        wait_until(lambda: self.desktop.succeeds(["xdotool", "search", "--onlyvisible", "--name", "^witness$"]),
+                   "the other program's window")
+
+    def tearDown(self):
+        super().tearDown()
+        self.witness.terminate()
+        self.witness.wait()
+        self.witness_file.close()
+
+    def keys_seen_by_others(self):
+        with open(self.witness_log, encoding="utf-8", errors="replace") as log:
+            return re.findall(r"KeyPress.*?keysym 0x\w+, (\w+)", log.read(), re.S)
+
+    def focus_witness(self):
+        self.desktop.xdotool("search", "--onlyvisible", "--name", "^witness$", "windowfocus", "--sync")
+
+    def test_the_password_is_typed_on_the_locked_keyboard(self):
+        program = self.start_session(kioskMode=True)
+        program.wait_for_line("✅ CGEventTap active — all keyboard input intercepted")
+        self.assertIsNone(program.look_for("Lockdown Mode is off"))
+        self.desktop.type("abc")
+        self.wait_text("abc")
+        self.open_overlay()
+        self.desktop.type(PASSWORD)
+        self.assertEqual(program.typed_text(), "abc", "a part of the password showed in the session")
+        self.desktop.key("Return")
+        program.wait_gone("Exit Tapalong")
+        self.assert_back_in_settings()
+        self.assertIn("🔓 CGEventTap deactivated — normal input restored", program.lines)
+        self.assertEqual(self.keys_seen_by_others(), [])
+
+    def test_chords_of_the_desktop_reach_nothing_and_come_back_afterwards(self):
+        self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)
+        for chord in ("alt+Tab", "alt+F4", "super+e", "ctrl+alt+Right", "alt+space", "ctrl+Escape"):
+            self.desktop.key(chord)
+        self.desktop.type("k")
+        self.wait_text("k")
+        self.leave()
+        self.focus_witness()
+        self.desktop.type("after")
+        wait_until(lambda: self.keys_seen_by_others()[-5:] == list("after"), "keys to reach other programs again")
+        self.assertEqual(self.keys_seen_by_others(), list("after"))
+
+    def test_with_the_focus_in_another_window_keys_still_come_to_the_session(self):
+        self.start_session(kioskMode=True)
+        self.focus_witness()
+        self.desktop.type("mine")
+        self.wait_text("mine")
+        self.assertEqual(self.keys_seen_by_others(), [])
+
+    def test_a_wrong_password_then_cancel_then_the_right_one(self):
+        self.start_session(kioskMode=True)
+        self.open_overlay()
+        self.desktop.type("wrong")
+        self.desktop.key("Return")
+        self.program.find("Incorrect password")
+        self.program.click("Cancel")
+        self.program.wait_gone("Exit Tapalong")
+        self.desktop.type("again")
+        self.wait_text("again")
+        self.leave()
+
+    def test_the_keyboard_is_free_after_the_program_is_killed(self):
+        self.start_session(kioskMode=True)
+        self.program.process.kill()
+        self.program.process.wait()
+        self.focus_witness()
+        self.desktop.type("free")
+        wait_until(lambda: self.keys_seen_by_others() == list("free"), "keys to reach other programs")
+
+    def test_a_refused_keyboard_is_said_and_taken_when_it_comes_free(self):
+        holder = subprocess.Popen(["python3", "-c", HOLD_KEYBOARD], env=self.desktop.environment,
+                                  stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.addCleanup(holder.kill)
+        self.assertEqual(holder.stdout.readline(), b"held\n")
+        self.start_session(kioskMode=True)
+        self.program.wait_for_line("⚠️ Failed to create CGEventTap. Accessibility permission required!")
+        holder.stdin.close()
+        holder.wait()
+        self.program.wait_for_line("✅ CGEventTap active — all keyboard input intercepted")
+        self.focus_witness()
+        self.desktop.type("held")
+        self.wait_text("held")
+        self.assertEqual(self.keys_seen_by_others(), [])
+
+    def test_without_any_window_manager_input_focus_does_not_matter(self):
+        self.start_session(kioskMode=True)
+        self.desktop.key("Caps_Lock")
+        self.program.wait_for_text(lambda text: len(text) >= 1, "an emoji for Caps Lock")
+        self.desktop.key("Caps_Lock")
+        self.desktop.settle()
+
+
+# Grabs the keyboard, as an open menu does, until its standard input ends.
+HOLD_KEYBOARD = r"""
+import ctypes, ctypes.util, sys
+x = ctypes.CDLL(ctypes.util.find_library("X11"))
+x.XOpenDisplay.restype = ctypes.c_void_p
+display = ctypes.c_void_p(x.XOpenDisplay(None))
+x.XDefaultRootWindow.restype = ctypes.c_ulong
+status = x.XGrabKeyboard(display, ctypes.c_ulong(x.XDefaultRootWindow(display)), 0, 1, 1, ctypes.c_ulong(0))
+x.XSync(display, 0)
+print("held" if status == 0 else "refused", flush=True)
+sys.stdin.read()
+"""
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

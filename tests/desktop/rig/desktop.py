@@ -1,0 +1,163 @@
+"""A private desktop for tests: an X server without a screen, its own buses, home and window manager.
+
+Nothing of it is shared with the desktop of whoever runs it, and all of it ends with it.
+"""
+import os
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+
+class RigError(Exception):
+    """The rig itself failed: the test says nothing about the program."""
+
+
+def wait_until(condition, what, seconds=15.0, interval=0.03):
+    """Calls `condition` until it returns something true, and returns that. The time is only a guard against hanging."""
+    end = time.monotonic() + seconds
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds:g} s in vain: {what}")
+        time.sleep(interval)
+
+
+class Desktop:
+    """Use as a context. `wm` is the window manager's command, or None for none."""
+
+    def __init__(self, size=(1280, 900), wm=("openbox",), accessibility=True):
+        self.size = size
+        self.wm = wm
+        self.accessibility = accessibility
+        self.processes = []
+        self.folder = None
+        self.environment = {}
+
+    def __enter__(self):
+        self.folder = tempfile.mkdtemp(prefix="tapalong-desktop-")
+        try:
+            self._start()
+        except BaseException:
+            self.__exit__(None, None, None)
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            if process.poll() is None:
+                os.killpg(process.pid, signal.SIGTERM)
+        for process in reversed(self.processes):
+            try:
+                process.wait(5)
+            except subprocess.TimeoutExpired:
+                os.killpg(process.pid, signal.SIGKILL)
+                process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def path(self, *parts):
+        return os.path.join(self.folder, *parts)
+
+    @property
+    def settings_file(self):
+        return self.path("config", "tapalong", "settings.json")
+
+    def _start(self):
+        for name in ("home", "config", "run"):
+            os.mkdir(self.path(name), 0o700)
+        kept = {k: v for k, v in os.environ.items()
+                if k not in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "PULSE_SERVER", "XAUTHORITY")}
+        self.environment = kept | {
+            "HOME": self.path("home"),
+            "XDG_CONFIG_HOME": self.path("config"),
+            "XDG_RUNTIME_DIR": self.path("run"),
+            "GSETTINGS_BACKEND": "memory",
+            "LC_ALL": "C.UTF-8",
+        }
+        self._start_display()
+        self._start_bus()
+        if self.accessibility:
+            self._start_accessibility()
+        if self.wm:
+            self._start_window_manager()
+
+    def _start_display(self):
+        read_end, write_end = os.pipe()
+        width, height = self.size
+        self.run_beside(["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24",
+                         "-nolisten", "tcp", "-noreset"], pass_fds=(write_end,))
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise RigError("Xvfb did not start")
+        self.environment["DISPLAY"] = f":{number}"
+
+    def _start_bus(self):
+        bus = self.run_beside(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+        # No system bus: what the machine itself runs must not answer.
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + self.path("run", "no-system-bus")
+
+    def _start_accessibility(self):
+        launcher = next((path for path in ("/usr/libexec/at-spi-bus-launcher",
+                                           "/usr/lib/at-spi2-core/at-spi-bus-launcher") if os.path.exists(path)), None)
+        if launcher is None:
+            raise RigError("at-spi-bus-launcher is not installed")
+        self.run_beside([launcher, "--launch-immediately"])
+        ask = ["gdbus", "call", "--session", "-d", "org.a11y.Bus", "-o", "/org/a11y/bus", "-m"]
+        wait_until(lambda: self.succeeds(ask + ["org.a11y.Bus.GetAddress"]), "the accessibility bus")
+        self.call(ask + ["org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", "<true>"])
+        self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+
+    def _start_window_manager(self):
+        self.run_beside(list(self.wm))
+        wait_until(lambda: "window id" in self.output(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]),
+                   "the window manager")
+
+    def run_beside(self, command, **options):
+        """Starts a process that ends with the desktop."""
+        options.setdefault("stdout", subprocess.DEVNULL)
+        options.setdefault("stderr", subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
+                                   start_new_session=True, **options)
+        self.processes.append(process)
+        return process
+
+    def call(self, command):
+        subprocess.run(command, env=self.environment, check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
+
+    def succeeds(self, command):
+        return subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode == 0
+
+    def output(self, command):
+        return subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL).stdout.decode()
+
+    # Real input, through the X server's test extension.
+
+    def xdotool(self, *words):
+        self.call(["xdotool", *map(str, words)])
+
+    def type(self, text, delay_ms=12):
+        self.xdotool("type", "--delay", delay_ms, text)
+
+    def key(self, *chords):
+        self.xdotool("key", "--delay", 12, *chords)
+
+    def move(self, x, y):
+        self.xdotool("mousemove", x, y)
+
+    def click(self, x, y, button=1):
+        self.xdotool("mousemove", x, y, "click", button)
+
+    def screenshot(self, path):
+        self.call(["import", "-silent", "-window", "root", path])
+
+    def settle(self, seconds=0.5):
+        """Lets fades and the window manager come to rest; nothing is asserted by it."""
+        time.sleep(seconds)
