@@ -17,9 +17,8 @@ TimerToken TimerQueue::schedule(double now, double interval, Repeats repeats, st
 }
 
 std::map<TimerQueue::Key, TimerQueue::Timer>::iterator TimerQueue::find(TimerToken token) {
-    return std::find_if(m_timers.begin(), m_timers.end(), [token](const auto& entry) {
-        return entry.first.second == static_cast<std::uint64_t>(token);
-    });
+    return std::find_if(m_timers.begin(), m_timers.end(),
+                        [token](const auto& entry) { return entry.first.second == static_cast<std::uint64_t>(token); });
 }
 
 void TimerQueue::invalidate(TimerToken token) {
