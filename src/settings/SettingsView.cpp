@@ -46,7 +46,8 @@ void SettingsView::onDisappear() {
     m_shortcutRecorder->stopRecordingShortcut();
 }
 
-// A recording that was forgotten when the shortcut started a session would eat the password on the way out.
+// A recording that was forgotten when the shortcut started a session would eat the password on the way out. None
+// outlives a session either.
 void SettingsView::sessionWillChange() {
     if (!m_sessionManager->isSessionActive() && m_shortcutRecorder->isRecordingShortcut()) {
         m_shortcutRecorder->stopRecordingShortcut();

@@ -1,6 +1,7 @@
 // What one key costs in the session's display, beside the plain way to do it: a text item that gets the whole text
 // anew. CPU time of this process per key, from the key to the frame that shows it; needs a display.
 
+#include "Costs.h"
 #include "session/EmojiPool.h"
 #include "ui/text/TypedTextItem.h"
 #include "ui/text/TypedTextLayout.h"
@@ -23,6 +24,8 @@
 
 namespace tapalong {
 namespace {
+
+using namespace bench;
 
 constexpr double fontSize = 96;
 constexpr double margin = 40;
@@ -71,21 +74,6 @@ private:
     std::uint64_t m_next = 1;
 };
 
-struct Costs {
-    double median = 0;
-    double slow = 0; ///< 95th percentile
-    double dearest = 0;
-};
-
-Costs costsOf(std::vector<double> samples) {
-    std::sort(samples.begin(), samples.end());
-    const auto at = [&](double part) {
-        return samples[std::min(samples.size() - 1,
-                                static_cast<std::size_t>(part * static_cast<double>(samples.size())))];
-    };
-    return {at(0.5), at(0.95), samples.back()};
-}
-
 class Stage {
 public:
     Stage() {
@@ -118,12 +106,12 @@ private:
     int m_frames = 0;
 };
 
-Costs measure(Stage& stage, int warmUp, int keys, const std::function<void()>& key) {
-    for (int i = 0; i < warmUp; ++i) {
+Costs measure(Stage& stage, std::size_t warmUp, std::size_t keys, const std::function<void()>& key) {
+    for (std::size_t i = 0; i < warmUp; ++i) {
         stage.untilFrame(key);
     }
     std::vector<double> samples;
-    for (int i = 0; i < keys; ++i) {
+    for (std::size_t i = 0; i < keys; ++i) {
         samples.push_back(stage.untilFrame(key));
     }
     return costsOf(std::move(samples));
@@ -208,23 +196,18 @@ struct Rebuilt {
     std::unique_ptr<QQuickItem> item;
 };
 
-void printRow(const char* what, std::size_t count, int keys, const Costs& costs) {
-    std::printf("%-28s %7zu %6d %10.2f %10.2f %10.2f\n", what, count, keys, costs.median, costs.slow, costs.dearest);
-    std::fflush(stdout);
-}
-
 void run() {
     Stage stage;
     constexpr std::array<std::size_t, 4> counts{100, 1000, 5000, 50000};
-    std::printf("CPU ms per key                 length   keys     median    95 in 100    dearest\n");
+    printCostsHeader();
     std::array<Costs, counts.size()> ours{};
     double trim = 0;
     double memory = 0;
     for (std::size_t i = 0; i < counts.size(); ++i) {
-        constexpr int keys = 200;
+        constexpr std::size_t keys = 200;
         Ours text(stage, counts.at(i));
         ours.at(i) = measure(stage, 20, keys, [&] { text.type(); });
-        printRow("typed text", counts.at(i), keys, ours.at(i));
+        printCosts("typed text", counts.at(i), keys, ours.at(i));
         memory = i == 0 ? -residentMebibytes() : memory;
         if (i + 1 == counts.size()) {
             memory += residentMebibytes();
@@ -233,10 +216,10 @@ void run() {
     }
     std::array<Costs, counts.size()> rebuilt{};
     for (std::size_t i = 0; i < counts.size(); ++i) {
-        const int keys = counts.at(i) > 1000 ? (counts.at(i) > 5000 ? 3 : 10) : 30;
+        const std::size_t keys = counts.at(i) > 1000 ? (counts.at(i) > 5000 ? 3 : 10) : 30;
         Rebuilt text(stage, counts.at(i));
         rebuilt.at(i) = measure(stage, 1, keys, [&] { text.type(); });
-        printRow("rebuilt styled text", counts.at(i), keys, rebuilt.at(i));
+        printCosts("rebuilt styled text", counts.at(i), keys, rebuilt.at(i));
     }
     std::printf("key at 50000 / key at 100                  %8.2f\n", ours[3].median / ours[0].median);
     std::printf("rebuilt / typed text at 5000               %8.0f\n", rebuilt[2].median / ours[2].median);

@@ -181,6 +181,7 @@ void Model::endSession() {
         return;
     }
     session.reset();
+    stopRecording();
     std::erase(localMonitors, MonitorKind::session);
     content.clear();
     options = 0;

@@ -37,7 +37,7 @@ class Demo:
     def open_settings(self):
         self.program.find("Start Session")
         self.picture("settings")
-        self.program.click("Password")
+        self.program.click("Exit Password")
         self.desktop.type(PASSWORD)
         wait_until(lambda: self.program.stored_settings().get("exitPassword") == PASSWORD, "the stored password")
         self.picture("password-set")

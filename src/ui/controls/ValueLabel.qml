@@ -8,4 +8,6 @@ Text {
     font.pixelSize: 14
     color: theme.secondary
     horizontalAlignment: Text.AlignRight
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 }

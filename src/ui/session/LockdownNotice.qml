@@ -34,6 +34,8 @@ Rectangle {
             color: "white"
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             Layout.fillWidth: true
         }
         Text {
@@ -42,6 +44,8 @@ Rectangle {
             color: Qt.rgba(1, 1, 1, 0.7)
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             Layout.fillWidth: true
         }
     }

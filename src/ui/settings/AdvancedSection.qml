@@ -98,7 +98,7 @@ SettingSection {
             text: section.view.isRecordingShortcut ? qsTr("Press shortcut...") : section.view.shortcutDisplayString
             tinted: section.view.isRecordingShortcut
             onClicked: section.view.toggleRecording()
-            Accessible.name: qsTr("Quick Start Shortcut") + ": " + text
+            Accessible.description: qsTr("Quick Start Shortcut")
         }
     }
 }

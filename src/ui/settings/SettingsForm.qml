@@ -31,6 +31,7 @@ Flickable {
     }
 
     clip: true
+    implicitHeight: contentHeight
     contentWidth: width
     contentHeight: sections.implicitHeight + 32
     boundsBehavior: Flickable.StopAtBounds

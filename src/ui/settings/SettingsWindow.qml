@@ -13,14 +13,17 @@ Rectangle {
 
     color: theme.window
     implicitWidth: 500
-    implicitHeight: 600
+    implicitHeight: layout.implicitHeight
 
     Shortcut {
         sequences: ["Meta+Return", "Meta+Enter", "Ctrl+Return", "Ctrl+Enter"]
+        enabled: root.view.startEnabled
         onActivated: root.view.startSession()
     }
 
     ColumnLayout {
+        id: layout
+
         anchors.fill: parent
         spacing: 0
 

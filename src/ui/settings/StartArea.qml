@@ -62,6 +62,8 @@ ColumnLayout {
         }
         Text {
             text: area.view.exitHint
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             font.pixelSize: 13
             color: area.theme.secondary
             horizontalAlignment: Text.AlignHCenter

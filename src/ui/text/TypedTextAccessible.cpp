@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QAccessibleObject>
+#include <QCoreApplication>
 #include <QQuickWindow>
 
 namespace tapalong {
@@ -29,6 +30,9 @@ public:
     [[nodiscard]] int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Description) {
+            return QCoreApplication::translate("TypedText", "Typed text");
+        }
         return kind == QAccessible::Name ? item().text() : QString();
     }
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::StaticText; }

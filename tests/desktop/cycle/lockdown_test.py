@@ -14,8 +14,7 @@ class Lockdown(DesktopCase):
         self.witness_file = open(self.witness_log, "w", encoding="utf-8")  # pylint: disable=consider-using-with
         self.witness = self.desktop.run_beside(["xev", "-name", "witness", "-geometry", "200x100+20+20"],
                                                stdout=self.witness_file)
-        wait_until(lambda: self.desktop.succeeds(["xdotool", "search", "--onlyvisible", "--name", "^witness$"]),
-                   "the other program's window")
+        self.desktop.window("witness")
 
     def tearDown(self):
         super().tearDown()
@@ -28,7 +27,7 @@ class Lockdown(DesktopCase):
             return re.findall(r"KeyPress.*?keysym 0x\w+, (\w+)", log.read(), re.S)
 
     def focus_witness(self):
-        self.desktop.xdotool("search", "--onlyvisible", "--name", "^witness$", "windowfocus", "--sync")
+        self.desktop.focus("witness")
 
     def test_the_password_is_typed_on_the_locked_keyboard(self):
         program = self.start_session(kioskMode=True)
@@ -50,7 +49,7 @@ class Lockdown(DesktopCase):
         for chord in ("alt+Tab", "alt+F4", "super+e", "ctrl+alt+Right", "alt+space", "ctrl+Escape"):
             self.desktop.key(chord)
         self.desktop.type("k")
-        self.wait_text("k")
+        self.program.wait_for_text(lambda text: text.endswith("k"), "the last key")
         self.leave()
         self.focus_witness()
         self.desktop.type("after")
@@ -99,12 +98,15 @@ class Lockdown(DesktopCase):
         self.wait_text("held")
         self.assertEqual(self.keys_seen_by_others(), [])
 
-    def test_without_any_window_manager_input_focus_does_not_matter(self):
+    def test_caps_lock_types_an_emoji_and_locks_letters(self):
         self.start_session(kioskMode=True)
         self.desktop.key("Caps_Lock")
         self.program.wait_for_text(lambda text: len(text) >= 1, "an emoji for Caps Lock")
+        self.desktop.key("a")
+        self.program.wait_for_text(lambda text: text.endswith("A"), "a capital")
         self.desktop.key("Caps_Lock")
-        self.desktop.settle()
+        self.desktop.key("a")
+        self.program.wait_for_text(lambda text: text.endswith("a"), "a small letter")
 
 
 # Grabs the keyboard, as an open menu does, until its standard input ends.

@@ -16,8 +16,7 @@ CHANGED = {
 
 class SettingsWindow(DesktopCase):
     def close_window(self):
-        self.desktop.xdotool("search", "--onlyvisible", "--name", "^Tapalong Settings$", "windowfocus", "--sync")
-        self.desktop.key("alt+F4")
+        self.desktop.ask_to_close("Tapalong Settings")
 
     def test_closing_it_without_a_session_ends_the_program(self):
         self.launch()
@@ -26,9 +25,7 @@ class SettingsWindow(DesktopCase):
 
     def test_closing_it_with_a_session_keeps_the_program_and_it_comes_back(self):
         self.start_session()
-        window = self.desktop.output(["xdotool", "search", "--name", "^Tapalong Settings$"]).split()[0]
-        # As a window manager's close button does it.
-        self.desktop.call(["xdotool", "windowquit", window])
+        self.desktop.ask_to_close("Tapalong Settings")
         self.desktop.settle()
         self.assertTrue(self.program.is_running())
         self.desktop.type("still here")

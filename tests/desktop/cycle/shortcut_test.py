@@ -8,8 +8,7 @@ class Shortcut(DesktopCase):
     def setUp(self):
         super().setUp()
         self.other = self.desktop.run_beside(["xev", "-name", "other", "-geometry", "200x100+20+20"])
-        wait_until(lambda: self.desktop.succeeds(["xdotool", "search", "--onlyvisible", "--name", "^other$"]),
-                   "the other program's window")
+        self.desktop.window("other")
 
     def tearDown(self):
         super().tearDown()
@@ -17,7 +16,8 @@ class Shortcut(DesktopCase):
         self.other.wait()
 
     def focus_other(self):
-        self.desktop.xdotool("search", "--onlyvisible", "--name", "^other$", "windowfocus", "--sync")
+        self.desktop.focus("other")
+        self.desktop.settle()  # nobody switches windows and presses a chord within the same few milliseconds
 
     def session_starts(self):
         wait_until(lambda: self.program.typed_text() is not None, "a session")

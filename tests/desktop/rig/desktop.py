@@ -29,7 +29,7 @@ def wait_until(condition, what, seconds=15.0, interval=0.03):
 class Desktop:
     """Use as a context. `wm` is the window manager's command, or None for none."""
 
-    def __init__(self, size=(1280, 900), wm=("openbox",), accessibility=True):
+    def __init__(self, size=(1280, 1200), wm=("openbox",), accessibility=True):
         self.size = size
         self.wm = wm
         self.accessibility = accessibility
@@ -80,7 +80,7 @@ class Desktop:
         self._start_display()
         self._start_bus()
         if self.accessibility:
-            self._start_accessibility()
+            self.start_accessibility()
         if self.wm:
             self._start_window_manager()
 
@@ -102,7 +102,9 @@ class Desktop:
         # No system bus: what the machine itself runs must not answer.
         self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + self.path("run", "no-system-bus")
 
-    def _start_accessibility(self):
+    def start_accessibility(self):
+        """A program that was started before looks at the tree's bus from now on if it was told to by
+        QT_LINUX_ACCESSIBILITY_ALWAYS_ON; one that is started later does in any case."""
         launcher = next((path for path in ("/usr/libexec/at-spi-bus-launcher",
                                            "/usr/lib/at-spi2-core/at-spi-bus-launcher") if os.path.exists(path)), None)
         if launcher is None:
@@ -155,9 +157,40 @@ class Desktop:
     def click(self, x, y, button=1):
         self.xdotool("mousemove", x, y, "click", button)
 
+    def ask_to_close(self, title):
+        """What a window manager's close button does."""
+        self.call(["/usr/bin/python3", "-c", ASK_TO_CLOSE, self.window(title)])
+
+    def window(self, title):
+        """The X window of that title, shown or not."""
+        return wait_until(lambda: self.output(["xdotool", "search", "--name", f"^{title}$"]).split(),
+                          f"a window titled {title!r}")[0]
+
+    def focus(self, title):
+        self.xdotool("windowfocus", "--sync", self.window(title))
+
     def screenshot(self, path):
         self.call(["import", "-silent", "-window", "root", path])
 
-    def settle(self, seconds=0.5):
+    def settle(self, seconds=0.4):
         """Lets fades and the window manager come to rest; nothing is asserted by it."""
         time.sleep(seconds)
+
+
+# Sends the window a delete request of the window manager protocol.
+ASK_TO_CLOSE = """
+import ctypes, ctypes.util, sys
+class Message(ctypes.Structure):
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                ("format", ctypes.c_int), ("data", ctypes.c_long * 5), ("room", ctypes.c_long * 24)]
+x = ctypes.CDLL(ctypes.util.find_library("X11") or "libX11.so.6")
+x.XOpenDisplay.restype = ctypes.c_void_p
+x.XInternAtom.restype = ctypes.c_ulong
+display, window = ctypes.c_void_p(x.XOpenDisplay(None)), int(sys.argv[1])
+atom = lambda name: x.XInternAtom(display, name, 0)
+message = Message(33, 0, 1, display.value, window, atom(b"WM_PROTOCOLS"), 32)
+message.data[0] = atom(b"WM_DELETE_WINDOW")
+x.XSendEvent(display, ctypes.c_ulong(window), 0, ctypes.c_long(0), ctypes.byref(message))
+x.XSync(display, 0)
+"""

@@ -19,13 +19,13 @@ class Program:
     """One run of the program. The accessibility library reads the environment when it is first used, so a Python
     process can look at one desktop only."""
 
-    def __init__(self, desktop, executable, settings=None, environment=None):
+    def __init__(self, desktop, executable, settings=None, environment=None, arguments=()):
         self.desktop = desktop
         self.lines = []
         self.errors = []
         if settings is not None:
             self.write_settings(settings)
-        self.process = subprocess.Popen([executable], env=desktop.environment | (environment or {}),
+        self.process = subprocess.Popen([executable, *arguments], env=desktop.environment | (environment or {}),
                                         stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                         start_new_session=True)
         desktop.processes.append(self.process)
@@ -82,6 +82,7 @@ class Program:
         found = []
         for child in self._children(root):
             if child.get_process_id() == self.process.pid:
+                child.clear_cache()
                 self._collect_nodes(child, found)
         return found
 

@@ -1,0 +1,158 @@
+// Types into the session that has the keyboard of this display, and prints what a key costs the program there: CPU time
+// of all its threads, from the key to rest, at each of the given lengths of text.
+//
+// usage: key_cost PROCESS LENGTH...
+
+#include "Costs.h"
+
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <string>
+#include <thread>
+
+namespace tapalong::bench {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t warmUp = 20;
+constexpr std::size_t measured = 200;
+constexpr auto untilRest = 40ms; ///< long enough for the dearest key, short enough for a table in a few minutes
+
+/// CPU milliseconds, in the scheduler's nanoseconds: /proc/PID/stat counts in hundredths of a second.
+double cpuMilliseconds(const std::string& process) {
+    double total = 0;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + process + "/task")) {
+        double nanoseconds = 0;
+        std::ifstream(thread.path() / "schedstat") >> nanoseconds;
+        total += nanoseconds / 1e6;
+    }
+    return total;
+}
+
+class Keyboard {
+public:
+    Keyboard() : m_xcb(xcb_connect(nullptr, nullptr), &xcb_disconnect) {
+        if (xcb_connection_has_error(m_xcb.get()) != 0) {
+            std::fputs("key_cost: no display\n", stderr);
+            std::exit(EXIT_FAILURE);
+        }
+    }
+
+    /// `kernelCode` as in linux/input-event-codes.h.
+    void tap(std::uint8_t kernelCode) {
+        for (const std::uint8_t type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
+            xcb_test_fake_input(m_xcb.get(), type, static_cast<std::uint8_t>(kernelCode + 8), XCB_CURRENT_TIME,
+                                XCB_NONE, 0, 0, 0);
+        }
+        xcb_flush(m_xcb.get());
+    }
+
+private:
+    std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> m_xcb;
+};
+
+/// One character per key: one in ten an emoji (the Shift key types one), one in nine a blank, else a letter.
+class Typist {
+public:
+    void type() {
+        constexpr std::uint8_t shift = 42;
+        constexpr std::uint8_t space = 57;
+        constexpr std::array<std::uint8_t, 26> letters{16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 30, 31, 32,
+                                                       33, 34, 35, 36, 37, 38, 44, 45, 46, 47, 48, 49, 50};
+        const auto roll = m_random() % 90;
+        m_keyboard.tap(roll < 9 ? shift : roll < 19 ? space : letters.at(m_random() % letters.size()));
+        ++m_typed;
+    }
+
+    /// At a pace that is no child's, until the text is so long.
+    void fill(std::size_t length) {
+        while (m_typed < length) {
+            type();
+            if (m_typed % 20 == 0) {
+                std::this_thread::sleep_for(20ms);
+            }
+        }
+    }
+
+private:
+    Keyboard m_keyboard;
+    std::mt19937 m_random{7};
+    std::size_t m_typed = 0;
+};
+
+void waitForRest(const std::string& process) {
+    double before = -1;
+    for (double now = cpuMilliseconds(process); now - before > 5; now = cpuMilliseconds(process)) {
+        before = now;
+        std::this_thread::sleep_for(300ms);
+    }
+}
+
+double residentMebibytes(const std::string& process) {
+    std::ifstream file("/proc/" + process + "/status");
+    std::string word;
+    double kibibytes = 0;
+    while (file >> word && word != "VmRSS:") {
+    }
+    file >> kibibytes;
+    return kibibytes / 1024;
+}
+
+Costs measure(Typist& typist, const std::string& process) {
+    std::vector<double> samples;
+    double before = cpuMilliseconds(process);
+    for (std::size_t i = 0; i < warmUp + measured; ++i) {
+        typist.type();
+        std::this_thread::sleep_for(untilRest);
+        const double now = cpuMilliseconds(process);
+        if (i >= warmUp) {
+            samples.push_back(now - before);
+        }
+        before = now;
+    }
+    return costsOf(std::move(samples));
+}
+
+void run(const std::string& process, const std::vector<std::size_t>& lengths) {
+    Typist typist;
+    std::vector<double> medians;
+    std::vector<double> memory;
+    printCostsHeader();
+    for (const std::size_t length : lengths) {
+        typist.fill(length);
+        waitForRest(process);
+        const Costs costs = measure(typist, process);
+        printCosts("the program in a session", length, measured, costs);
+        medians.push_back(costs.median);
+        memory.push_back(residentMebibytes(process));
+    }
+    std::printf("key at %zu / key at %zu %33.2f\n", lengths.back(), lengths.front(), medians.back() / medians.front());
+    std::printf("memory of the program, MiB, at %zu: %.1f, at %zu: %.1f\n", lengths.front(), memory.front(),
+                lengths.back(), memory.back());
+}
+
+} // namespace
+} // namespace tapalong::bench
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fputs("usage: key_cost PROCESS LENGTH...\n", stderr);
+        return EXIT_FAILURE;
+    }
+    std::vector<std::size_t> lengths;
+    for (int i = 2; i < argc; ++i) {
+        lengths.push_back(std::stoul(argv[i]));
+    }
+    tapalong::bench::run(argv[1], lengths);
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,25 @@
+#!/usr/bin/python3
+"""What a key costs the real program in a real session, by the length of the text that is there."""
+from processes import KEY_COST, PROGRAM, SETTINGS, SIZE, Desktop, Program, start_session, wait_until
+
+LENGTHS = (100, 1000, 5000, 50000)
+KEYS_EACH = 220
+
+
+def main():
+    with Desktop(size=SIZE, accessibility=False) as desktop:
+        # The tree is asked for the text at the end only; while keys are measured there is nobody who could ask.
+        program = Program(desktop, PROGRAM, settings=SETTINGS, environment={"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"})
+        start_session(desktop)
+        # What the shortcut's own modifier keys typed when they were released.
+        desktop.key(*["BackSpace"] * 4)
+        desktop.settle(1)
+        print(desktop.output([KEY_COST, str(program.process.pid), *map(str, LENGTHS)]), end="")
+        desktop.start_accessibility()
+        text = program.wait_for_text(lambda found: found, "the typed text")
+        print(f"characters in the session at the end: {len(text)} for {LENGTHS[-1] + KEYS_EACH} keys")
+        program.quit()
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,44 @@
+#!/usr/bin/python3
+"""From the start of the process to the first frame of the settings window, beside a bare QML window."""
+import statistics
+import subprocess
+import time
+
+from processes import (BARE_WINDOW, FRAME_LOG, PROGRAM, SIZE, Desktop, cpu_seconds, is_frame,
+                       resident_mebibytes)
+
+STARTS = 15
+
+
+def start(desktop, executable):
+    """Milliseconds of wall clock, milliseconds of CPU, and MiB at the first frame."""
+    began = time.monotonic()
+    process = subprocess.Popen([executable], env=desktop.environment | FRAME_LOG, stdin=subprocess.DEVNULL,
+                               stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, start_new_session=True)
+    try:
+        next(line for line in process.stderr if is_frame(line))
+        wall = time.monotonic() - began
+        return wall * 1e3, cpu_seconds(process.pid) * 1e3, resident_mebibytes(process.pid)
+    finally:
+        process.terminate()
+        process.communicate()
+
+
+def main():
+    programs = {"the program": PROGRAM, "a bare QML window": BARE_WINDOW}
+    figures = {name: [] for name in programs}
+    with Desktop(size=SIZE, accessibility=False) as desktop:
+        for turn in range(STARTS + 1):
+            for name, executable in programs.items():
+                measured = start(desktop, executable)
+                if turn:  # the first start of each reads from the disk
+                    figures[name].append(measured)
+    print(f"start to first frame, median of {STARTS}    wall ms     CPU ms        MiB")
+    medians = {name: [statistics.median(column) for column in zip(*rows)] for name, rows in figures.items()}
+    for name, row in medians.items():
+        print(f"{name:38}", *(f"{value:10.1f}" for value in row))
+    print(f"{'ratio':38}", *(f"{ours / bare:10.2f}" for ours, bare in zip(*medians.values())))
+
+
+if __name__ == "__main__":
+    main()
