@@ -50,9 +50,9 @@ public:
 
     /// `kernelCode` as in linux/input-event-codes.h.
     void tap(std::uint8_t kernelCode) {
-        for (const std::uint8_t type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
-            xcb_test_fake_input(m_xcb.get(), type, static_cast<std::uint8_t>(kernelCode + 8), XCB_CURRENT_TIME,
-                                XCB_NONE, 0, 0, 0);
+        for (const int type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
+            xcb_test_fake_input(m_xcb.get(), static_cast<std::uint8_t>(type), static_cast<std::uint8_t>(kernelCode + 8),
+                                XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
         }
         xcb_flush(m_xcb.get());
     }

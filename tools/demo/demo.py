@@ -94,7 +94,7 @@ def main():
             os.remove(os.path.join(folder, old))
     with Desktop(size=SIZE) as desktop:
         desktop.call(["xsetroot", "-solid", "#5b6b7f"])
-        program = Program(desktop, program_path, settings={"useSystemAppearance": False})
+        program = Program(desktop, program_path)
         demo = Demo(desktop, program, folder)
         demo.open_settings()
         demo.start()
