@@ -62,7 +62,12 @@ def resident_mebibytes(pid):
 def start_session(desktop):
     """By the shortcut, as from any program; the session's window is the one that covers the screen."""
     width, height = desktop.size
+
+    def there_is(window):
+        return lambda: window in desktop.output(["xwininfo", "-root", "-tree"])
+
+    wait_until(there_is('"Tapalong Settings"'), "the settings window")
+    desktop.settle(1)
     desktop.key("ctrl+alt+super+t")
-    wait_until(lambda: f'"tapalong" "tapalong")  {width}x{height}+0+0' in
-               desktop.output(["xwininfo", "-root", "-children"]), "the session's window")
+    wait_until(there_is(f'"tapalong" "tapalong")  {width}x{height}+0+0'), "the session's window")
     desktop.settle(1)
