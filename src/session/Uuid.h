@@ -20,6 +20,7 @@ struct Uuid {
         return {(source.next() & ~versionMask) | version4, (source.next() & ~variantMask) | variant1};
     }
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler itself writes for `<` compares with a plain 0
     auto operator<=>(const Uuid&) const = default;
 };
 

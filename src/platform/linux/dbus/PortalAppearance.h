@@ -28,9 +28,6 @@ public:
 
     [[nodiscard]] std::optional<Appearance> appearance() const override;
 
-private slots:
-    void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
-
 private:
     /// As the portal numbers them.
     enum class ColorScheme : std::uint32_t { noPreference, dark, light };
@@ -38,6 +35,7 @@ private:
     void ask(const QDBusConnection& bus);
     void handleReply(QDBusPendingCallWatcher* watcher);
     void take(const QVariant& value);
+    Q_SLOT void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
 
     ColorScheme m_scheme = ColorScheme::noPreference;
 };
