@@ -39,7 +39,10 @@ std::optional<QPointF> DesktopX11::pointer() const {
 void DesktopX11::describeWindows(WindowTraits& traits) {
     traits.cover = Cover::unmanaged;
     traits.takeKeyboard = takeKeyboard;
-    traits.borderlessWindowMade = [this](QWindow& window) { keepOnTop(window); };
+    traits.borderlessWindowMade = [this](QWindow& window) {
+        keepOnTop(window);
+        keepKeyboard(window);
+    };
 }
 
 void DesktopX11::keepOnTop(QWindow& window) {
@@ -48,6 +51,16 @@ void DesktopX11::keepOnTop(QWindow& window) {
         m_windowKeeper.reset();
         if (isVisible) {
             m_windowKeeper = std::make_unique<X11WindowKeeper>(m_connection, window);
+        }
+    });
+}
+
+// While a tap holds the keyboard no other program could use the focus, but the password field needs it: without it the
+// password would be typed into the session. The watchdog rests while the overlay shows, so this cannot be left to it.
+void DesktopX11::keepKeyboard(QWindow& window) {
+    QObject::connect(&window, &QWindow::activeChanged, &window, [this, &window] {
+        if (!window.isActive() && window.isVisible() && m_eventTaps.holdsInput()) {
+            takeKeyboard(window);
         }
     });
 }

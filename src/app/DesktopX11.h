@@ -23,6 +23,7 @@ public:
 
 private:
     void keepOnTop(QWindow& window);
+    void keepKeyboard(QWindow& window);
 
     X11Connection m_connection;
     SecureInput m_secureInput;

@@ -21,3 +21,15 @@ public:                                                                         
     void setter(const type& value) {                                                                                   \
         (preference).set(tapalong::fromQml(value));                                                                    \
     }
+
+// A setting behind a slider: what is written is one of the range's own values, whoever asks for it. A screen reader may
+// ask for any.
+#define VIEW_SLIDER(name, setter, preference, range)                                                                   \
+    Q_PROPERTY(double name READ name WRITE setter NOTIFY changed FINAL)                                                \
+public:                                                                                                                \
+    [[nodiscard]] double name() const {                                                                                \
+        return (preference).get();                                                                                     \
+    }                                                                                                                  \
+    void setter(double value) {                                                                                        \
+        (preference).set((range).snapped(value));                                                                      \
+    }

@@ -13,6 +13,11 @@ HostQuickView::HostQuickView(QQmlEngine& engine, Callbacks callbacks)
 }
 
 bool HostQuickView::event(QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && !isActive()) {
+        if (const auto pressed = m_callbacks.pressedWhileInactive) {
+            pressed();
+        }
+    }
     if (event->type() != QEvent::Close) {
         return QQuickView::event(event);
     }

@@ -65,6 +65,12 @@ std::shared_ptr<Window> QtWindows::makeWindow(Rect contentRect, StyleMask style,
             tell(responder, m_traits.translateKey(event));
         }
     }};
+    // No window manager gives a window the keyboard that it does not manage, not even for a click.
+    callbacks.pressedWhileInactive = [this] {
+        if (auto* const front = frontWindow()) {
+            front->takeKeyboard();
+        }
+    };
     const auto window = std::make_shared<QtWindow>(m_engine, m_traits, std::move(callbacks));
     auto flags = Qt::Window | Qt::FramelessWindowHint;
     if (m_traits.cover == Cover::unmanaged) {

@@ -87,6 +87,8 @@ FocusScope {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             Layout.preferredWidth: 260
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
         PanelButton {
             theme: panel.theme

@@ -74,6 +74,19 @@ TEST_F(SettingsWindowTest, StoredValueOutsideOfASlidersRangeIsLeftAlone) {
     EXPECT_NE(item("500 pt"), nullptr);
 }
 
+TEST_F(SettingsWindowTest, SlidersStoreTheirOwnStepsWhateverIsAskedFor) {
+    auto* dwell = toggle("Corner Dwell Time");
+    auto* size = toggle("Font Size");
+    ASSERT_NE(dwell, nullptr);
+    ASSERT_NE(size, nullptr);
+    dwell->setProperty("value", 0.7);
+    size->setProperty("value", 73.0);
+    EXPECT_EQ(settings().hotCornerDwellTime.get(), 0.5);
+    EXPECT_EQ(settings().fontSize.get(), 72);
+    size->setProperty("value", 90.5);
+    EXPECT_EQ(settings().fontSize.get(), 92);
+}
+
 TEST_F(SettingsWindowTest, ClickOnASwitchWritesThrough) {
     auto* rainbow = toggle("Rainbow Mode");
     ASSERT_NE(rainbow, nullptr);

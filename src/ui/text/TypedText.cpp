@@ -5,6 +5,7 @@
 
 #include <QMetaObject>
 
+#include <algorithm>
 #include <utility>
 
 namespace tapalong {
@@ -37,7 +38,8 @@ void TypedText::setView(SessionViewAdapter* view) {
 void TypedText::follow() {
     const SessionSettings& settings = m_view->view().settings();
     setPrimaryColor(toQColor(NamedColor::primary, m_view->isDark()));
-    setFontSize(settings.fontSize.get());
+    // The store takes any number that somebody writes into its file; a face has a size.
+    setFontSize(std::max(settings.fontSize.get(), 1.0));
     setShowCursor(settings.showCursor.get());
     setCharacters(&m_view->view().sessionManager().typedContent());
 }

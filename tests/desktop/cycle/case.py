@@ -45,6 +45,12 @@ class DesktopCase(unittest.TestCase):
         self.program.find("Start Session")
         return self.program
 
+    def relaunch(self):
+        """Starts the program with whatever the last run stored."""
+        self.program = Program(self.desktop, PROGRAM)
+        self.program.find("Start Session")
+        return self.program
+
     def start_session(self, **settings):
         program = self.launch(**settings)
         program.click("Start Session")

@@ -75,6 +75,19 @@ class Lockdown(DesktopCase):
         self.wait_text("again")
         self.leave()
 
+    def test_a_window_that_takes_the_focus_from_the_overlay_does_not_keep_the_adult_in(self):
+        self.start_session(kioskMode=True)
+        self.open_overlay()
+        self.focus_witness()
+        self.desktop.settle()
+        self.program.click("Enter exit password")
+        self.program.wait_for_focus("Enter exit password")
+        self.desktop.type(PASSWORD)
+        self.desktop.key("Return")
+        self.program.wait_gone("Exit Tapalong")
+        self.assert_back_in_settings()
+        self.assertEqual(self.keys_seen_by_others(), [])
+
     def test_the_keyboard_is_free_after_the_program_is_killed(self):
         self.start_session(kioskMode=True)
         self.program.process.kill()

@@ -37,6 +37,7 @@ class Session(DesktopCase):
         self.desktop.type("ab")
         self.program.wait_gone("Lockdown Mode is off")
         self.desktop.key("BackSpace", "BackSpace")
+        self.wait_text("")
         self.program.find("Lockdown Mode is off")
 
     def test_modifier_keys_type_emoji(self):
@@ -95,6 +96,19 @@ class Session(DesktopCase):
         self.program.wait_gone("Exit Tapalong")
         self.desktop.type("on")
         self.wait_text("on")
+
+    def test_a_click_takes_the_keyboard_back_from_another_window(self):
+        self.desktop.run_beside(["xev", "-name", "thief", "-geometry", "200x100+20+20"])
+        self.desktop.window("thief")
+        self.start_session()
+        self.open_overlay()
+        self.desktop.focus("thief")
+        wait_until(lambda: not self.program.is_focused("Enter exit password"), "the focus to be gone")
+        self.program.click("Enter exit password")
+        self.program.wait_for_focus("Enter exit password")
+        self.desktop.type(PASSWORD)
+        self.desktop.key("Return")
+        self.assert_back_in_settings_after_overlay()
 
     def test_each_corner_opens_the_overlay(self):
         for corner in ("topLeft", "topRight", "bottomLeft", "bottomRight"):

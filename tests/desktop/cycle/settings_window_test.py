@@ -44,7 +44,7 @@ class SettingsWindow(DesktopCase):
         self.assertEqual(self.program.stored_settings(), CHANGED | {"showCursor": True})
         mode = stat.S_IMODE(os.stat(self.desktop.settings_file).st_mode)
         self.assertEqual(mode, 0o600)
-        self.launch(**self.program.stored_settings())
+        self.relaunch()
         self.assertTrue(self.program.is_checked("Show Cursor"))
         self.assert_shows_the_changed_settings()
 
@@ -77,12 +77,9 @@ class SettingsWindow(DesktopCase):
 
     def test_a_damaged_settings_file_is_kept_and_said(self):
         os.makedirs(os.path.dirname(self.desktop.settings_file), exist_ok=True)
-        from rig.program import Program  # pylint: disable=import-outside-toplevel
-        from case import PROGRAM  # pylint: disable=import-outside-toplevel
         with open(self.desktop.settings_file, "w", encoding="utf-8") as file:
             file.write('{"exitPassword": "gir')
-        self.program = Program(self.desktop, PROGRAM)
-        self.program.find("Start Session")
+        self.relaunch()
         wait_until(lambda: any("damaged" in (name or "") for name in self.program.names()), "a sentence about it")
         kept = self.desktop.settings_file + ".damaged"
         with open(kept, encoding="utf-8") as file:

@@ -82,6 +82,8 @@ class Program:
         found = []
         for child in self._children(root):
             if child.get_process_id() == self.process.pid:
+                # What the library remembers of a node is wrong once the node was hidden and shown again.
+                child.set_cache_mask(self._atspi.Cache.NONE)
                 child.clear_cache()
                 self._collect_nodes(child, found)
         return found

@@ -241,6 +241,19 @@ TEST_F(SoundServer, IsFoundWhenItStartsLate) {
     playUntilHeard(*sound, "Tink");
 }
 
+TEST_F(SoundServer, IsNotLookedForAgainWhileNothingIsPlayed) {
+    PulseSystemSounds sounds;
+    const auto sound = sounds.soundNamed("Tink");
+    ASSERT_NE(sound, nullptr);
+    sound->play();
+    pause(milliseconds(500));
+    startServer();
+    pause(milliseconds(3000));
+    const auto streams = m_recorder->playbackStreams();
+    EXPECT_EQ(streams.paused + streams.running, 0);
+    playUntilHeard(*sound, "Tink");
+}
+
 TEST_F(SoundServer, AbsenceGivesOneLineAndNoHang) {
     const HangGuard guard("playing without a sound server");
     setenv("PULSE_SERVER", ("unix:" + (m_home.folder() / "nobody").string()).c_str(), 1);

@@ -1,0 +1,86 @@
+"""What stands on the screen: pixels of the real session, at places where the design says what they are."""
+import subprocess
+import unittest
+
+from case import DesktopCase
+
+BACKGROUND = (0x1A, 0x1A, 0x2E)
+LOOK = {"useSystemAppearance": False, "customBGColorHex": "#1A1A2E", "showCursor": False, "exitCorner": "topLeft",
+        "modifierKeysTypeEmoji": False}
+RED, ORANGE, YELLOW = (237, 46, 46), (250, 115, 5), (252, 199, 13)
+
+
+class Pictures(DesktopCase):
+    def picture(self):
+        """The screen's pixels by row."""
+        path = self.desktop.path("screen.png")
+        self.desktop.settle(0.8)  # a fade may still run
+        self.desktop.screenshot(path)
+        raw = subprocess.run(["convert", path, "-depth", "8", "rgb:-"], check=True, stdout=subprocess.PIPE).stdout
+        self.width = self.desktop.size[0]
+        return raw
+
+    def pixel(self, picture, x, y):
+        at = (y * self.width + x) * 3
+        return tuple(picture[at:at + 3])
+
+    def assert_close(self, colour, expected, what, tolerance=3):
+        self.assertTrue(all(abs(a - b) <= tolerance for a, b in zip(colour, expected)),
+                        f"{what} is {colour}, not {expected}")
+
+    def bounds_of(self, picture, colour):
+        """The columns in which that colour is found, first and last, within the text's first line."""
+        columns = [x for y in range(40, 140) for x in range(40, 400)
+                   if all(abs(a - b) <= 3 for a, b in zip(self.pixel(picture, x, y), colour))]
+        self.assertTrue(columns, f"{colour} is nowhere in the first line")
+        return min(columns), max(columns)
+
+    def test_background_glow_and_notice(self):
+        self.start_session(**LOOK)
+        picture = self.picture()
+        self.assert_close(self.pixel(picture, 640, 100), BACKGROUND, "the background")
+        notice = self.program.find("Lockdown Mode is off")
+        x, y = self.program.centre(notice)
+        beside = self.pixel(picture, x - 220, y)
+        self.assert_close(beside, [c * 0.3 for c in BACKGROUND], "the notice: black at 0.7 over the background")
+        glow = self.pixel(picture, 0, 0)
+        self.assert_close(glow, [c + (255 - c) * 0.08 for c in BACKGROUND], "the glow's centre, white at 0.08")
+        self.assert_close(self.pixel(picture, 45, 0), BACKGROUND, "the background beyond the glow")
+
+    def test_letters_in_the_rainbows_colours_from_left_to_right(self):
+        self.start_session(**LOOK)
+        self.desktop.type("abc")
+        self.wait_text("abc")
+        picture = self.picture()
+        red, orange, yellow = (self.bounds_of(picture, colour) for colour in (RED, ORANGE, YELLOW))
+        self.assertLess(red[1], orange[0])
+        self.assertLess(orange[1], yellow[0])
+        self.assertGreaterEqual(red[0], 40, "the text is padded by 40")
+
+    def test_typing_past_the_bottom_keeps_the_last_line_in_sight(self):
+        self.start_session(**LOOK | {"rainbowMode": False, "customFGColorHex": "#00FF00", "fontSize": 200})
+        self.desktop.key(*["Return"] * 6)
+        self.desktop.type("M")
+        self.wait_text("\n" * 6 + "M")
+        picture = self.picture()
+        bottom = self.desktop.size[1]
+        green = [y for y in range(0, bottom, 4) for x in range(40, 260, 4) if self.pixel(picture, x, y) == (0, 255, 0)]
+        self.assertTrue(green, "the last line is out of sight")
+        self.assertGreater(min(green), bottom - 400, "the last line is not at the bottom")
+
+    def test_the_overlay_dims_the_session_and_its_button_turns_green(self):
+        self.start_session(**LOOK)
+        self.open_overlay("topLeft")
+        picture = self.picture()
+        self.assert_close(self.pixel(picture, 100, 600), [c * 0.4 for c in BACKGROUND], "black at 0.6 over all")
+        unlock = self.program.find("Unlock")
+        x, y = self.program.centre(unlock)
+        self.assert_close(self.pixel(picture, x - 110, y), (0x6C, 0x6C, 0x78), "Unlock with an empty field")
+        self.desktop.type("x")
+        self.assert_close(self.pixel(self.picture(), x - 110, y), (0x1B, 0x82, 0x39), "Unlock with a password")
+        x, y = self.program.centre(self.program.find("Cancel"))
+        self.assert_close(self.pixel(picture, x - 110, y), (0xD2, 0x2F, 0x27), "Cancel")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
