@@ -11,18 +11,11 @@ namespace tapalong {
 
 namespace {
 
-constexpr pa_usec_t retryInterval = 2 * PA_USEC_PER_SEC;
+constexpr pa_usec_t leastBetweenAttempts = 2 * PA_USEC_PER_SEC;
 constexpr std::size_t silenceBeforePause = std::size_t{2} * clipRate;
 
 void saySoundIsOff() {
     (void)std::fputs("Sound is off: no sound server answers.\n", stderr);
-}
-
-timeval fromNow(pa_usec_t microseconds) {
-    timeval time{};
-    pa_gettimeofday(&time);
-    pa_timeval_add(&time, microseconds);
-    return time;
 }
 
 } // namespace
@@ -42,8 +35,9 @@ bool PulseOutput::start() {
             static_cast<PulseOutput*>(self)->readNotes();
         },
         this);
-    const timeval now = fromNow(0);
-    m_retryEvent = api.time_new(
+    timeval now{};
+    pa_gettimeofday(&now);
+    m_startEvent = api.time_new(
         &api, &now,
         [](pa_mainloop_api*, pa_time_event*, const timeval*, void* self) {
             static_cast<PulseOutput*>(self)->connect();
@@ -59,7 +53,7 @@ PulseOutput::~PulseOutput() {
         m_stream.reset();
         if (m_wakeUpEvent != nullptr) {
             api.io_free(m_wakeUpEvent);
-            api.time_free(m_retryEvent);
+            api.time_free(m_startEvent);
         }
         pa_threaded_mainloop_free(m_loop);
     }
@@ -98,6 +92,7 @@ void PulseOutput::readNotes() {
         notes.swap(m_notes);
     }
     if (!m_stream || m_stream->failed()) {
+        tryAgain();
         return;
     }
     for (Note& note : notes) {
@@ -125,8 +120,14 @@ void PulseOutput::onFailure() {
         saySoundIsOff();
     }
     m_mixer.clear();
-    const timeval later = fromNow(retryInterval);
-    pa_threaded_mainloop_get_api(m_loop)->time_restart(m_retryEvent, &later);
+    m_failedAt = pa_rtclock_now();
+}
+
+// Not by a timer: it would search files and folders for ever on a machine without a sound server.
+void PulseOutput::tryAgain() {
+    if (m_stream && pa_rtclock_now() - m_failedAt >= leastBetweenAttempts) {
+        connect();
+    }
 }
 
 void PulseOutput::render(std::span<float> samples) {

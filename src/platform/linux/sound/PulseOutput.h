@@ -12,7 +12,7 @@
 namespace tapalong {
 
 /// Plays clips on the user's sound server. It has a thread of its own, which keeps a stream open, pauses it after two
-/// silent seconds, and looks for the server again every two seconds when it is gone.
+/// silent seconds, and looks for a server that is gone when the next sound is played, every two seconds at most.
 ///
 /// play() and stop() only leave a note for that thread. They take none of the sound library's locks: the library may
 /// hold them while it reads files or asks the display for the server's address.
@@ -43,6 +43,7 @@ private:
     void readNotes();
     void connect();
     void onFailure();
+    void tryAgain();
     void render(std::span<float> samples);
 
     SoundId m_lastSound = 0;
@@ -55,11 +56,12 @@ private:
     // From here on: the sound thread's own.
     pa_threaded_mainloop* m_loop = nullptr;
     pa_io_event* m_wakeUpEvent = nullptr;
-    pa_time_event* m_retryEvent = nullptr;
+    pa_time_event* m_startEvent = nullptr; ///< connects, once, on the thread
     std::optional<PulseStream> m_stream;
     Mixer m_mixer;
     std::size_t m_silentSamples = 0;
     bool m_failureSaid = false;
+    pa_usec_t m_failedAt = 0;
 };
 
 } // namespace tapalong
