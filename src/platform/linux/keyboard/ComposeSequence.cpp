@@ -49,13 +49,10 @@ std::string textOf(xkb_compose_state* state) {
 
 } // namespace
 
-ComposeSequence::ComposeSequence() {
-    if (xkb_compose_table* table = composeTable()) {
-        m_state.reset(xkb_compose_state_new(table, XKB_COMPOSE_STATE_NO_FLAGS));
-    }
-}
-
 ComposeSequence::Step ComposeSequence::press(xkb_keysym_t keysym) {
+    if (!m_state && composeTable() != nullptr) {
+        m_state.reset(xkb_compose_state_new(composeTable(), XKB_COMPOSE_STATE_NO_FLAGS));
+    }
     if (!m_state || xkb_compose_state_feed(m_state.get(), keysym) == XKB_COMPOSE_FEED_IGNORED) {
         return {};
     }

@@ -8,12 +8,11 @@
 
 namespace tapalong {
 
-/// Dead keys and the Compose key, by the table of the user's locale. Without a table no sequence ever begins.
+/// Dead keys and the Compose key, by the table of the user's locale, which the environment names. Without a table no
+/// sequence ever begins. The table is read once per process, at the first key: it is large, and
+/// the program shall start fast.
 class ComposeSequence {
 public:
-    /// Takes the locale from the environment. The table is read once per process, on first use: it is large.
-    ComposeSequence();
-
     struct Step {
         bool underWay = false;                 ///< the key belongs to a sequence that goes on: it types nothing
         std::optional<std::string> finished{}; ///< the text of the sequence that this key completed
