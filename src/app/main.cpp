@@ -4,7 +4,6 @@
 #include "app/TapalongApp.h"
 
 #include <QGuiApplication>
-#include <QQuickStyle>
 
 #include <cstdlib>
 #include <iostream>
@@ -21,8 +20,6 @@ void prepareToolkit() {
     if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME")) {
         qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
     }
-    // The same controls on every desktop: ours are built on these.
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
     QGuiApplication::setApplicationName(QStringLiteral("tapalong"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tapalong"));
     // Windows that are closed are only hidden; who closes the last one decides.
