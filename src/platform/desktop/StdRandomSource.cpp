@@ -4,11 +4,17 @@
 
 namespace tapalong {
 
-StdRandomSource::StdRandomSource() {
+namespace {
+
+std::mt19937_64 seededBySystem() {
     std::random_device system;
     std::seed_seq seed{system(), system(), system(), system()};
-    m_engine.seed(seed);
+    return std::mt19937_64(seed);
 }
+
+} // namespace
+
+StdRandomSource::StdRandomSource() : m_engine(seededBySystem()) {}
 
 std::uint64_t StdRandomSource::uniform(std::uint64_t bound) {
     verify(bound > 0, "a random number needs a positive bound");
