@@ -34,7 +34,7 @@ public:
 
     [[nodiscard]] std::optional<TapHandle> createTap(TapLocation location, TapPlacement placement, TapOptions options,
                                                      EventMask eventsOfInterest, Callback callback) override;
-    void enableTap(TapHandle tap, bool enable) override;
+    void enableTap(TapHandle handle, bool enable) override;
     [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle tap) override;
     void addSource(RunLoopSource source) override;
     void removeSource(RunLoopSource source) override;
