@@ -30,7 +30,7 @@ class SettingsViewAdapter final : public tapalong::ViewAdapter {
     VIEW_SETTING(bool, soundEnabled, setSoundEnabled, m_settings.soundEnabled)
     VIEW_SETTING(bool, useTouchID, setUseTouchID, m_settings.useTouchID)
     VIEW_SETTING(QString, exitPassword, setExitPassword, m_settings.exitPassword)
-    VIEW_SLIDER(hotCornerDwellTime, setHotCornerDwellTime, m_settings.hotCornerDwellTime, dwellTimeRange)
+    VIEW_SLIDER(hotCornerDwellTime, setHotCornerDwellTime, m_settings.hotCornerDwellTime, tapalong::dwellTimeRange)
     VIEW_SLIDER(fontSize, setFontSize, m_settings.fontSize, tapalong::fontSizeRange)
     VIEW_SETTING(bool, useSystemAppearance, setUseSystemAppearance, m_settings.useSystemAppearance)
     VIEW_SETTING(bool, showCursor, setShowCursor, m_settings.showCursor)
