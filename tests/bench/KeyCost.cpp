@@ -86,16 +86,18 @@ public:
 
 private:
     Keyboard m_keyboard;
-    std::mt19937 m_random{7};
+    std::mt19937 m_random{7}; // NOLINT(cert-msc51-cpp): the same text in every run
     std::size_t m_typed = 0;
 };
 
 void waitForRest(const std::string& process) {
-    double before = -1;
-    for (double now = cpuMilliseconds(process); now - before > 5; now = cpuMilliseconds(process)) {
-        before = now;
+    constexpr double blinking = 5; // CPU milliseconds that are no work left over
+    double spent = 0;
+    do {
+        const double before = cpuMilliseconds(process);
         std::this_thread::sleep_for(300ms);
-    }
+        spent = cpuMilliseconds(process) - before;
+    } while (spent > blinking);
 }
 
 double residentMebibytes(const std::string& process) {
