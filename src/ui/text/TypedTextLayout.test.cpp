@@ -208,6 +208,32 @@ TEST_F(TypedTextLayoutTest, LinesKeepOneRhythmWhateverStandsInThem) {
     EXPECT_LE(layout.emojiScale() * layout.emojiArt().descent(), layout.face().descent());
 }
 
+TEST_F(TypedTextLayoutTest, TheLinesShowTheRunsOfTheParagraph) {
+    apply(layout, {});
+    typist.type("ab\n\nc\U0001F438d");
+    show();
+    std::vector<WrappingHStack::Run> shown; // of a run, what can be told from a line: emoji, colour, line break
+    for (std::size_t line = 0; line < layout.lineCount(); ++line) {
+        const auto shaped = layout.shaped(line);
+        for (const auto& piece : shaped->pieces) {
+            const auto color = piece.parts.empty() ? piece.emojiInk : std::optional(piece.parts.at(0).color);
+            shown.push_back({piece.emoji.toStdString(), color});
+        }
+        if (shaped->cursorX) {
+            shown.push_back({std::string(WrappingHStack::cursorGlyph)});
+        } else {
+            shown.push_back({"\n"});
+        }
+    }
+    const auto runs = WrappingHStack::paragraph(typist.content, 72, true, true);
+    ASSERT_EQ(shown.size(), runs.size());
+    for (std::size_t index = 0; index < runs.size(); ++index) {
+        const bool isLetter = runs[index].text.size() == 1 && runs[index].text != "\n";
+        EXPECT_EQ(shown[index].text, isLetter ? "" : runs[index].text) << index;
+        EXPECT_TRUE(!isLetter || shown[index].color == runs[index].color) << index;
+    }
+}
+
 TEST_F(TypedTextLayoutTest, TwoLineBreaksLeaveAnEmptyLine) {
     apply(layout, {});
     typist.type("a\n\nb");
