@@ -17,7 +17,8 @@ double luminance(const QColor& color) {
 }
 
 double contrast(const QColor& one, const QColor& other) {
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
+    const auto [dark, light] =
+        std::minmax({luminance(one), luminance(other)}); // a list: copies, not references to temporaries
     return (light + 0.05) / (dark + 0.05);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/settings/SettingsViewAdapter.h"
 
+#include "settings/ControlRange.h"
 #include "ui/Gui.test.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +29,15 @@ struct SettingsWindowTest : testing::Test {
     }
     QQuickItem* toggle(const char* text) { return control("QQuickSwitch", text); }
     QQuickItem* button(const char* text) { return control("QQuickAbstractButton", text); }
+    /// The slider that begins there; sliders have no text.
+    QQuickItem* sliderFrom(double lower) {
+        for (auto* candidate : allItems(*gui.window)) {
+            if (candidate->inherits("QQuickSlider") && candidate->property("from").toDouble() == lower) {
+                return candidate;
+            }
+        }
+        return nullptr;
+    }
     void clickOn(QQuickItem* target) {
         ASSERT_NE(target, nullptr);
         click(*gui.window, target->mapToScene({target->width() / 2, target->height() / 2}));
@@ -75,8 +85,8 @@ TEST_F(SettingsWindowTest, StoredValueOutsideOfASlidersRangeIsLeftAlone) {
 }
 
 TEST_F(SettingsWindowTest, SlidersStoreTheirOwnStepsWhateverIsAskedFor) {
-    auto* dwell = toggle("Corner Dwell Time");
-    auto* size = toggle("Font Size");
+    auto* dwell = sliderFrom(dwellTimeRange.lower);
+    auto* size = sliderFrom(fontSizeRange.lower);
     ASSERT_NE(dwell, nullptr);
     ASSERT_NE(size, nullptr);
     dwell->setProperty("value", 0.7);
