@@ -4,11 +4,16 @@
 #include "platform/linux/x11/QtConnection.h"
 
 #include <QCursor>
+#include <QTimer>
 #include <QWindow>
+
+#include <chrono>
 
 namespace tapalong {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 /// The toolkit asks for the focus with the time of the last input that it saw, and the server ignores a request that
 /// is older than the present focus: so we could never take it back from a program that the child did not touch.
@@ -58,11 +63,16 @@ void DesktopX11::keepOnTop(QWindow& window) {
 // While a tap holds the keyboard no other program could use the focus, but the password field needs it: without it the
 // password would be typed into the session. The watchdog rests while the overlay shows, so this cannot be left to it.
 void DesktopX11::keepKeyboard(QWindow& window) {
-    QObject::connect(&window, &QWindow::activeChanged, &window, [this, &window] {
+    // Not at the very moment, or another program that does the same would keep the server busy with the two of us.
+    auto* const takeBack = new QTimer(&window);
+    takeBack->setSingleShot(true);
+    takeBack->setInterval(10ms);
+    QObject::connect(takeBack, &QTimer::timeout, &window, [this, &window] {
         if (!window.isActive() && window.isVisible() && m_eventTaps.holdsInput()) {
             takeKeyboard(window);
         }
     });
+    QObject::connect(&window, &QWindow::activeChanged, takeBack, [takeBack] { takeBack->start(); });
 }
 
 } // namespace tapalong
