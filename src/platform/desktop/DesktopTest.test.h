@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 
 #include <functional>
+#include <tuple>
 
 namespace tapalong {
 
@@ -18,7 +19,9 @@ protected:
         static char* argv[] = {name, nullptr};
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_QUICK_BACKEND", "software");
-        static QGuiApplication application(argc, argv);
+        // Never destroyed: at the process's end the toolkit's own globals go first, and its devices would miss them.
+        static const auto* const application = new QGuiApplication(argc, argv);
+        std::ignore = application;
     }
 
     /// Turns the event loop until `holds` or ten seconds have passed; whether it holds then.

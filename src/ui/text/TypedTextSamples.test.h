@@ -48,7 +48,7 @@ public:
     std::vector<TypedCharacter> content;
 
 private:
-    Color color() const {
+    [[nodiscard]] Color color() const {
         switch (m_next % 5) {
         case 0:
             return NamedColor::primary;
