@@ -22,6 +22,8 @@
 namespace tapalong::test {
 namespace {
 
+constexpr std::size_t samplesPerMillisecond = 48; // the clips' and the server's rate
+
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
@@ -100,7 +102,7 @@ protected:
         if (m_recorder->lossy() || static_cast<double>(samples.size()) < (passed - 0.06) * clipRate) {
             return std::nullopt;
         }
-        return static_cast<int>(findOnsets(samples, samplesOf(GetParam()), 100 * 48).size());
+        return static_cast<int>(findOnsets(samples, samplesOf(GetParam()), 100 * samplesPerMillisecond).size());
     }
 };
 
@@ -140,7 +142,7 @@ TEST_F(SoundServer, SecondPlayCutsTheFirstAndRunsToItsEnd) {
         sound->play();
         pause(milliseconds(900));
         const auto samples = m_recorder->samples();
-        const auto onsets = findOnsets(samples, clip, 20 * 48);
+        const auto onsets = findOnsets(samples, clip, 20 * samplesPerMillisecond);
         if (onsets.size() != 2 || onsets[1] - onsets[0] >= clip.size()) {
             return false;
         }
@@ -165,14 +167,15 @@ TEST_F(SoundServer, TwoSoundsPlayTogether) {
         morse->play();
         pause(milliseconds(900));
         auto samples = m_recorder->samples();
-        const auto onsets = findOnsets(samples, clip, 100 * 48);
+        const auto onsets = findOnsets(samples, clip, 100 * samplesPerMillisecond);
         if (onsets.size() != 1 || onsets[0] + clip.size() > samples.size()) {
             return false;
         }
         for (std::size_t i = 0; i < clip.size(); ++i) {
             samples[onsets[0] + i] -= clip[i];
         }
-        return findOnsets(samples, samplesOf("Morse"), 100 * 48).size() == 1; // what remains is the other sound
+        return findOnsets(samples, samplesOf("Morse"), 100 * samplesPerMillisecond).size() ==
+               1; // what remains is the other sound
     }));
 }
 
