@@ -146,7 +146,7 @@ Event EventSource::next(const Model& model) {
     const auto& recent = model.recentEmoji;
     const bool repeating = !recent.empty() && oneIn(10); // ten draws in a row that are to be avoided
     for (auto& draw : event.draws) {
-        draw = repeating || (!recent.empty() && oneIn(3)) ? oneOf(recent) : below(75 * 15);
+        draw = repeating || (!recent.empty() && oneIn(3)) ? oneOf(recent) : below(std::uint64_t{75} * 15);
     }
     fill(event, model);
     return event;

@@ -43,7 +43,7 @@ public:
         (void)spinUntil([this] { return QGuiApplication::focusWindow() == this; });
     }
 
-    QObject* focusObject() const override {
+    [[nodiscard]] QObject* focusObject() const override {
         return fieldHasFocus ? const_cast<Field*>(&field) : static_cast<QObject*>(const_cast<OwnWindow*>(this));
     }
 
