@@ -1,0 +1,79 @@
+"""Every chord against a session in Lockdown Mode, and against a window that lets them through."""
+import os
+import sys
+import unittest
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path[:0] = [HERE, os.path.join(HERE, ".."), os.path.join(HERE, "..", "cycle")]
+
+from case import DesktopCase  # noqa: E402  pylint: disable=wrong-import-position
+
+from chords import spaced  # noqa: E402  pylint: disable=wrong-import-position
+from sweep import Sweep  # noqa: E402  pylint: disable=wrong-import-position
+
+LONG = "TAPALONG_LONG" in os.environ
+SAMPLE = 200
+DAEMONS = ("core",)
+
+
+class Siege:
+    """One sweep under one window manager; a case of it for each follows below."""
+
+    def chords(self, keyboard):
+        if not LONG:
+            return keyboard.sample(self.desktop.size, SAMPLE)
+        return [*keyboard.every_chord(), *keyboard.every_click(self.desktop.size)]
+
+    def title(self, of):
+        return f"{of}, {self.window_manager[0]}"
+
+    def test_nothing_gets_out_of_a_session(self):
+        with Sweep(self.desktop, DAEMONS) as sweep:
+            program = self.start_session(kioskMode=True)
+            self.desktop.settle()
+            sweep.guard()
+            for name, tokens in self.chords(sweep.keyboard):
+                sweep.play(name, tokens)
+            for name, tokens in sweep.keyboard.sample(self.desktop.size, 400 if LONG else 60)[::10]:
+                sweep.play(f"slowly {name}", spaced(tokens, 40))
+            for seed in range(50 if LONG else 4):
+                sweep.play(f"mashing, seed {seed}", sweep.keyboard.mashing(100, seed=seed))
+            for modifier in ("Super_L", "Alt_L"):
+                sweep.play(f"{modifier} held", sweep.keyboard.typing_while_held(modifier, 60 if LONG else 2))
+            # Whatever answers late.
+            sweep.play("afterwards", [], watch_ms=500)
+            sweep.report(self.title("a session in Lockdown Mode"))
+            self.assertEqual(sweep.escapes, {})
+        self.desktop.move(640, 600)
+        # The keys did come, to the session alone; and the way out is still there.
+        program.wait_for_text(lambda text: len(text) > 50, "what was typed")
+        self.leave()
+
+    def test_a_window_that_grabs_nothing_lets_chords_through(self):
+        with Sweep(self.desktop, DAEMONS) as sweep:
+            sweep.open_plain_window()
+            for name, tokens in sweep.keyboard.sample(self.desktop.size, SAMPLE):
+                sweep.play_and_restore(name, tokens)
+            sweep.report(self.title("a window that grabs nothing"))
+            self.assertGreater(len(sweep.escapes), 40)
+            self.assertIn("Super_L", sweep.escapes)
+            self.assertIn("Alt_L+Tab", sweep.escapes)
+
+
+class UnderOpenbox(Siege, DesktopCase):
+    pass
+
+
+if LONG:
+    class UnderXfwm4(Siege, DesktopCase):
+        window_manager = ("xfwm4",)
+
+    class UnderMutter(Siege, DesktopCase):
+        window_manager = ("mutter", "--x11")
+
+    class UnderKwin(Siege, DesktopCase):
+        window_manager = ("kwin_x11",)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
