@@ -126,6 +126,13 @@ class Program:
     def names(self):
         return [node.get_name() for node in self.nodes()]
 
+    def text_of(self, node):
+        """What its text interface lets anybody read; None where it has none."""
+        text = node.get_text_iface()
+        # By the interface's own name: some versions of the library hide its method behind one of the node.
+        interface = self._atspi.Text
+        return interface.get_text(text, 0, interface.get_character_count(text)) if text else None
+
     def is_checked(self, name):
         return self._has_state(self.find(name), "CHECKED")
 
