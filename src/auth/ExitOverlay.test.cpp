@@ -99,6 +99,22 @@ TEST_F(ExitOverlayTest, AFailedFingerShowsTheMessageAndMovesFocusToTheField) {
     EXPECT_EQ(authenticated, 0);
 }
 
+TEST_F(ExitOverlayTest, AFailedFingerFirstFreesTheButtonThenSetsTheMessageThenMovesTheFocus) {
+    enter("wrong");
+    std::vector<std::string> changes;
+    const auto now = [this] {
+        return std::string(overlay->attemptingTouchID() ? "asking " : "idle ") + overlay->errorMessage() +
+               (overlay->isPasswordFocused() ? " focused" : "");
+    };
+    const auto subscription = overlay->objectWillChange([&] { changes.push_back(now()); });
+    overlay->attemptTouchID();
+    reply(false);
+    changes.push_back(now());
+    EXPECT_EQ(changes,
+              (std::vector<std::string>{"idle Incorrect password", "asking Incorrect password", "asking ", "idle ",
+                                        "idle Authentication failed", "idle Authentication failed focused"}));
+}
+
 TEST_F(ExitOverlayTest, WithoutAUsableReaderItsReasonShowsAndTheFieldTakesFocus) {
     world.biometrics.available = false;
     appear();

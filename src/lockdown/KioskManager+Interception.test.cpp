@@ -25,6 +25,22 @@ struct InterceptionTest : KioskFixture {
     }
 };
 
+/// Hands its callback out, so that events can be given to it which no mask asks for.
+struct BareTaps final : EventTaps {
+    Callback callback;
+    std::vector<bool> enabled;
+
+    [[nodiscard]] std::optional<TapHandle> createTap(TapLocation, TapPlacement, TapOptions, EventMask,
+                                                     Callback given) override {
+        callback = std::move(given);
+        return TapHandle{1};
+    }
+    void enableTap(TapHandle, bool enable) override { enabled.push_back(enable); }
+    [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle) override { return RunLoopSource{1}; }
+    void addSource(RunLoopSource) override {}
+    void removeSource(RunLoopSource) override {}
+};
+
 constexpr std::int64_t keyA = 0;
 constexpr std::int64_t keyQ = 12;
 constexpr std::int64_t keyTab = 48;
@@ -51,6 +67,15 @@ TEST_F(InterceptionTest, AKeyIsClassifiedWhenItIsDeliveredNotWhenItIsHandled) {
     settings.kioskMode.set(true); // from here on the key would be suppressed
     world.time.drain();
     EXPECT_EQ(handled, std::vector<std::string>{"'x'"});
+}
+
+TEST_F(InterceptionTest, TheTapReadsAKeysTextWhenItIsDeliveredToo) {
+    activateLocked();
+    std::string text = "a";
+    world.send({.keyCode = keyA, .characters = [&text] { return std::optional(text); }});
+    text = "b";
+    world.time.drain();
+    EXPECT_EQ(handled, std::vector<std::string>{"'a'"});
 }
 
 TEST_F(InterceptionTest, TheHandlerIsLookedUpWhenTheKeyIsHandled) {
@@ -223,18 +248,7 @@ TEST_F(InterceptionTest, OtherButtonsWheelsAndGesturesAreSwallowedByTheTap) {
 }
 
 TEST_F(InterceptionTest, ARotationIsSwallowedWhereATapIsHandedOne) {
-    struct EveryEvent final : EventTaps {
-        Callback callback;
-        [[nodiscard]] std::optional<TapHandle> createTap(TapLocation, TapPlacement, TapOptions, EventMask,
-                                                         Callback given) override {
-            callback = std::move(given);
-            return TapHandle{1};
-        }
-        void enableTap(TapHandle, bool) override {}
-        [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle) override { return RunLoopSource{1}; }
-        void addSource(RunLoopSource) override {}
-        void removeSource(RunLoopSource) override {}
-    } taps;
+    BareTaps taps;
     settings.kioskMode.set(true);
     auto manager = std::make_shared<KioskManager>(settings, withServices(world.input, taps));
     manager->activate([](const KeyEvent&) {});
@@ -242,6 +256,22 @@ TEST_F(InterceptionTest, ARotationIsSwallowedWhereATapIsHandedOne) {
     EXPECT_EQ(taps.callback(InputEvent{.type = EventType::leftMouseDown}), Verdict::pass);
     manager.reset();
     EXPECT_EQ(taps.callback(InputEvent{.type = EventType::rotate}), Verdict::pass) << "nobody there to decide";
+}
+
+TEST_F(InterceptionTest, ATapsOwnDisablingPassesAndEnablesOnlyATapThatIsThere) {
+    BareTaps taps;
+    settings.kioskMode.set(true);
+    const auto manager = std::make_shared<KioskManager>(settings, withServices(world.input, taps));
+    manager->activate([](const KeyEvent&) {});
+    for (const auto notification : {EventType::tapDisabledByTimeout, EventType::tapDisabledByUserInput}) {
+        taps.enabled.clear();
+        EXPECT_EQ(taps.callback(InputEvent{.type = notification}), Verdict::pass);
+        EXPECT_EQ(taps.enabled, std::vector<bool>{true});
+    }
+    manager->deactivate();
+    taps.enabled.clear();
+    EXPECT_EQ(taps.callback(InputEvent{.type = EventType::tapDisabledByTimeout}), Verdict::pass);
+    EXPECT_TRUE(taps.enabled.empty());
 }
 
 TEST_F(InterceptionTest, ATapTakenByTheSystemIsEnabledAgainAtOnce) {

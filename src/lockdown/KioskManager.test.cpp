@@ -3,6 +3,7 @@
 #include "lockdown/KioskFixture.test.h"
 
 #include <algorithm>
+#include <deque>
 
 namespace tapalong {
 namespace {
@@ -100,6 +101,39 @@ TEST_F(KioskManagerTest, InLockdownTheWatchdogAssertsThePresentationAtEveryTick)
     settings.kioskMode.set(false); // what counts is the flag at the start
     EXPECT_EQ(effectsOf(world, [this] { world.time.advance(1.5); }),
               (Effects{lockdownOptions, lockdownOptions, lockdownOptions}));
+}
+
+TEST_F(KioskManagerTest, MonitorTapAndWatchdogEachReadTheFlagForThemselves) {
+    /// Answers the question whether Lockdown Mode is on differently from time to time.
+    struct ChangingDefaults final : UserDefaults {
+        mutable std::deque<bool> answers;
+        [[nodiscard]] std::optional<DefaultsValue> value(std::string_view key) const override {
+            if (key != "kioskMode" || answers.empty()) {
+                return std::nullopt;
+            }
+            const bool answer = answers.front();
+            answers.pop_front();
+            return DefaultsValue(answer);
+        }
+        void setValue(std::string_view, DefaultsValue) override {}
+    } defaults;
+    const SessionSettings changing(defaults, nullptr);
+    for (const bool forTap : {false, true}) {
+        for (const bool forMonitor : {false, true}) {
+            for (const bool forWatchdog : {false, true}) {
+                defaults.answers = {forTap, forMonitor, forWatchdog};
+                const auto each = std::make_shared<KioskManager>(changing, platform);
+                each->activate([](const KeyEvent&) {});
+                EXPECT_EQ(world.input.isTapInForce(), forTap);
+                world.input.setSecureInput(true); // past the tap, to the monitor
+                EXPECT_EQ(press(0, 0, "a"), forMonitor ? Receiver::localMonitor : Receiver::ownWindow);
+                world.input.setSecureInput(false);
+                const auto effects = effectsOf(world, [this] { world.time.advance(0.5); });
+                EXPECT_EQ(countOf(effects, lockdownOptions), forWatchdog ? 1 : 0);
+                each->deactivate();
+            }
+        }
+    }
 }
 
 TEST_F(KioskManagerTest, TheWatchdogActivatesBeforeItAssertsThePresentation) {

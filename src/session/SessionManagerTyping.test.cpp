@@ -281,6 +281,17 @@ TEST_F(SessionTypingTest, ATrimIsOneChange) {
     EXPECT_EQ(changes, 2) << "the append and the trim";
 }
 
+TEST_F(SessionTypingTest, TheSoundComesAfterTheChange) {
+    manager->startSession();
+    const auto subscription = manager->objectWillChange([this] { world.effects.record("change"); });
+    EXPECT_EQ(effectsOf(world, [this] { press(keyA, "a"); }),
+              (Effects{"change", "sound.stop Tink", "sound.play Tink"}));
+    EXPECT_EQ(effectsOf(world, [this] { press(keyTab); }),
+              (Effects{"change", "change", "change", "change", "sound.stop Tink", "sound.play Tink"}));
+    EXPECT_EQ(effectsOf(world, [this] { press(keyDelete); }),
+              (Effects{"change", "sound.stop Tink", "sound.play Tink"}));
+}
+
 TEST_F(SessionTypingTest, ObserversAreToldBeforeTheContentChanges) {
     manager->startSession();
     std::size_t seen = 99;
