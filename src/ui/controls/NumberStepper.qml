@@ -10,7 +10,6 @@ Item {
 
     required property Theme theme
     required property string label
-    required property real value
     required property bool canIncrement
     required property bool canDecrement
 

@@ -75,6 +75,34 @@ TEST_F(SessionWindowTest, NoticeIsThereUntilSomethingIsTypedAndWithLockdownNever
     EXPECT_EQ(item("Lockdown Mode is off"), nullptr);
 }
 
+TEST_F(SessionWindowTest, TypingAndDeletingPastTheBottomKeepTheEndInSight) {
+    QQuickItem* area = nullptr;
+    for (auto* candidate : allItems(*gui.window)) {
+        area = candidate->inherits("QQuickFlickable") ? candidate : area;
+    }
+    ASSERT_NE(area, nullptr);
+    const auto bottom = [area] { return area->property("contentY").toDouble() + area->height(); };
+    const auto end = [area] { return area->property("contentHeight").toDouble(); };
+    const auto press = [this](std::int64_t keyCode) {
+        gui.desktop.send(simulated::keyEvent(keyCode));
+        gui.desktop.time.drain();
+        turn();
+    };
+    constexpr std::int64_t returnKey = 36;
+    constexpr std::int64_t deleteKey = 51;
+    for (int i = 0; i < 20; ++i) {
+        press(returnKey);
+    }
+    const double longest = end();
+    EXPECT_GT(longest, area->height());
+    EXPECT_EQ(bottom(), longest);
+    for (int i = 0; i < 5; ++i) {
+        press(deleteKey);
+        EXPECT_EQ(bottom(), end());
+    }
+    EXPECT_LT(end(), longest);
+}
+
 TEST_F(SessionWindowTest, GlowFollowsTheCorner) {
     gui.app.settings().exitCorner.set(ScreenCorner::bottomLeft);
     turn();
@@ -192,6 +220,18 @@ TEST_F(SessionWindowTest, FingerprintButtonWaitsAndAMissMovesTheFocusToTheField)
     EXPECT_TRUE(item("Use Touch ID")->isEnabled());
     EXPECT_TRUE(field()->hasActiveFocus());
     EXPECT_NE(item("no match"), nullptr);
+}
+
+TEST_F(SessionWindowTest, TwoQuickClicksOnTheFingerprintButtonAskOnce) {
+    gui.app.settings().useTouchID.set(true);
+    bringUpOverlay();
+    gui.desktop.biometrics.available = true;
+    auto* button = item("Use Touch ID");
+    ASSERT_NE(button, nullptr);
+    const auto middle = button->mapToScene({button->width() / 2, button->height() / 2});
+    click(*gui.window, middle);
+    click(*gui.window, middle);
+    EXPECT_EQ(gui.desktop.biometrics.pendingCount(), 1U);
 }
 
 TEST_F(SessionWindowTest, FingerprintIsNotOfferedWhenSwitchedOff) {

@@ -77,12 +77,11 @@ SettingSection {
         id: maxCharacters
 
         theme: section.theme
-        label: qsTr("Max Characters: ") + section.view.maxCharacters.toFixed(0)
+        label: qsTr("Max Characters: ") + section.view.maxCharacters
 
         NumberStepper {
             theme: section.theme
             label: maxCharacters.label
-            value: section.view.maxCharacters
             canIncrement: section.view.canIncrementMaxCharacters
             canDecrement: section.view.canDecrementMaxCharacters
             onIncremented: section.view.incrementMaxCharacters()

@@ -44,7 +44,7 @@ class SettingsViewAdapter final : public tapalong::ViewAdapter {
     VIEW_PROPERTY(bool, showsColorPickers, m_view->showsColorPickers())
     VIEW_PROPERTY(QString, dwellTimeLabel, tapalong::dwellTimeLabel(m_settings.hotCornerDwellTime.get()))
     VIEW_PROPERTY(QString, fontSizeLabel, tapalong::fontSizeLabel(m_settings.fontSize.get()))
-    VIEW_PROPERTY(double, maxCharacters, static_cast<double>(m_settings.maxCharacters.get()))
+    VIEW_PROPERTY(QString, maxCharacters, std::to_string(m_settings.maxCharacters.get())) // too long for QML's numbers
     VIEW_PROPERTY(bool, canIncrementMaxCharacters, maxCharactersRange.canIncrement(m_settings.maxCharacters.get()))
     VIEW_PROPERTY(bool, canDecrementMaxCharacters, maxCharactersRange.canDecrement(m_settings.maxCharacters.get()))
     VIEW_PROPERTY(bool, isRecordingShortcut, m_view->shortcutRecorder().isRecordingShortcut())

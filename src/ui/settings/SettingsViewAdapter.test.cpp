@@ -207,6 +207,26 @@ TEST_F(SettingsWindowTest, StepperStopsAtItsEnds) {
     EXPECT_EQ(settings().maxCharacters.get(), 49000);
 }
 
+TEST_F(SettingsWindowTest, StepperShowsEveryStoredNumberToTheLastDigit) {
+    settings().maxCharacters.set(9007199254740993); // one more than a number of QML can tell
+    turn();
+    EXPECT_NE(item("Max Characters: 9007199254740993"), nullptr);
+    settings().maxCharacters.set(-1);
+    turn();
+    EXPECT_NE(item("Max Characters: -1"), nullptr);
+}
+
+TEST_F(SettingsWindowTest, CommandReturnStartsOnceThereIsAPassword) {
+    press(*gui.window, Qt::Key_Return, "\r", Qt::MetaModifier);
+    EXPECT_FALSE(gui.app.sessionManager().isSessionActive());
+    settings().exitPassword.set("x");
+    turn();
+    press(*gui.window, Qt::Key_Return, "\r");
+    EXPECT_FALSE(gui.app.sessionManager().isSessionActive());
+    press(*gui.window, Qt::Key_Return, "\r", Qt::MetaModifier);
+    EXPECT_TRUE(gui.app.sessionManager().isSessionActive());
+}
+
 TEST_F(SettingsWindowTest, BadgeShowsRecording) {
     clickOn(button("\u2303\u2325\u2318T"));
     EXPECT_NE(button("Press shortcut..."), nullptr);
