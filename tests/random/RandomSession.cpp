@@ -31,6 +31,10 @@ std::optional<std::string> RandomSession::run(std::uint64_t events) {
         if (auto difference = step(m_source.next(m_model))) {
             return difference;
         }
+        if (m_model.session && eventsBetweenCopies != 0 && m_counts.events % eventsBetweenCopies == 0 &&
+            !copyCanLeave()) {
+            return report("a copy of the session could not be left, as told above");
+        }
         if (m_model.session && m_counts.events % eventsBetweenWaysOut == 0) {
             if (auto stuck = leave()) {
                 return stuck;

@@ -16,7 +16,7 @@ namespace tapalong::testing {
 class RandomSession {
 public:
     struct Counts {
-        std::uint64_t events = 0, sessions = 0, overlays = 0, waysOut = 0, processes = 1;
+        std::uint64_t events = 0, sessions = 0, overlays = 0, waysOut = 0, waysOutOfCopies = 0, processes = 1;
         std::map<Event::Kind, std::uint64_t> byKind{};
     };
 
@@ -24,6 +24,9 @@ public:
 
     /// What went wrong, with the latest events; none when all went as the model says.
     [[nodiscard]] std::optional<std::string> run(std::uint64_t events);
+
+    /// How many events lie between two tries of the way out in a copy of the process. Zero for no such tries.
+    std::uint64_t eventsBetweenCopies = 0;
 
     [[nodiscard]] const Counts& counts() const { return m_counts; }
     [[nodiscard]] const Model::Milestones& milestones() const { return m_model.milestones; }
@@ -42,6 +45,7 @@ private:
 
     // WayOut.cpp
     [[nodiscard]] std::optional<std::string> leave();
+    [[nodiscard]] bool copyCanLeave();
     [[nodiscard]] std::vector<Event> stepsToTheOverlay() const;
     [[nodiscard]] std::vector<Event> stepsThroughTheOverlay() const;
 

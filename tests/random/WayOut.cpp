@@ -1,9 +1,16 @@
 // The rule that an adult can always leave, tried for real from whatever state the random events have led to.
 
 #include "random/RandomSession.h"
+
+#include "base/Fatal.h"
 #include "text/Character.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cmath>
+#include <cstdlib>
+#include <iostream>
 
 namespace tapalong::testing {
 
@@ -91,6 +98,22 @@ std::optional<std::string> RandomSession::leave() {
         return report("the right password was typed and the session goes on");
     }
     return std::nullopt;
+}
+
+// In a copy of this process, so that the session itself goes on and reaches what only long sessions reach.
+bool RandomSession::copyCanLeave() {
+    ++m_counts.waysOutOfCopies;
+    std::cout.flush();
+    const pid_t copy = fork();
+    verify(copy >= 0, "a copy of the process must be had");
+    if (copy == 0) {
+        const auto stuck = leave();
+        std::cout << stuck.value_or("") << std::flush;
+        _exit(stuck ? EXIT_FAILURE : EXIT_SUCCESS);
+    }
+    int status = 0;
+    verify(waitpid(copy, &status, 0) == copy, "the copy's end must be seen");
+    return WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
 }
 
 } // namespace tapalong::testing

@@ -7,6 +7,7 @@
 
 #include "random/RandomSession.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <iostream>
@@ -44,20 +45,22 @@ bool hasReachedAll(const RandomSession& session) {
     const auto& counts = session.counts();
     const auto& reached = session.milestones();
     return counts.processes > 1 && counts.sessions > 10 && counts.overlays > 10 && counts.waysOut > 10 &&
-           counts.byKind.size() == eventKinds && reached.trims > 0 && reached.trimsAtLineBreaks > 0 &&
-           reached.wipes > 0 && reached.tenthDraws > 0 && reached.tapsHadLater > 0 && reached.recordings > 0 &&
-           reached.shortcutStarts > 0 && reached.passwordEnds > 0 && reached.fingerEnds > 0;
+           counts.waysOutOfCopies > 100 && counts.byKind.size() == eventKinds && reached.trims > 0 &&
+           reached.trimsAtLineBreaks > 0 && reached.wipes > 0 && reached.tenthDraws > 0 && reached.tapsHadLater > 0 &&
+           reached.recordings > 0 && reached.shortcutStarts > 0 && reached.passwordEnds > 0 && reached.fingerEnds > 0;
 }
 
 int explore(std::uint64_t seed, std::uint64_t events) {
     std::cout << "seed " << seed << ", " << events << " events" << std::endl;
     RandomSession session(seed, Broken::nothing);
+    constexpr std::uint64_t mostCopies = 20000; // each costs about a millisecond
+    session.eventsBetweenCopies = std::max(std::uint64_t{50}, events / mostCopies);
     const auto difference = session.run(events);
     const auto& counts = session.counts();
     const auto& reached = session.milestones();
     std::cout << counts.events << " events in " << counts.processes << " processes and " << counts.sessions
               << " sessions; the overlay came up " << counts.overlays << " times; the way out was taken "
-              << counts.waysOut << " times\n"
+              << counts.waysOut << " times, and in a copy of the process " << counts.waysOutOfCopies << " times\n"
               << reached.trims << " trims, " << reached.trimsAtLineBreaks << " of them at a line break; "
               << reached.longestText << " characters at most; " << reached.wipes << " wipes; " << reached.tenthDraws
               << " tenth draws; " << reached.tapsHadLater << " taps had later; " << reached.recordings
