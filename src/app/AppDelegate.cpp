@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "base/Fatal.h"
+#include "base/WhileAlive.h"
 #include "platform/MainQueue.h"
 #include "platform/Screens.h"
 #include "platform/Windows.h"
@@ -49,11 +50,11 @@ void AppDelegate::registerGlobalShortcut() {
         monitors.removeMonitor(*m_globalShortcutMonitor);
     }
     m_globalShortcutMonitor = monitors.addGlobalMonitorForEvents(
-        maskOf(EventType::keyDown), [weak = weak_from_this()](const InputEvent& event) {
-            if (const auto self = weak.lock(); self && self->matchesGlobalShortcut(event)) {
-                self->scheduleStart();
+        maskOf(EventType::keyDown), whileAlive(weak_from_this(), [](AppDelegate& self, const InputEvent& event) {
+            if (self.matchesGlobalShortcut(event)) {
+                self.scheduleStart();
             }
-        });
+        }));
     // Never removed: the token is let go on purpose, and a repeated start does nothing.
     std::ignore = monitors.addLocalMonitorForEvents(maskOf(EventType::keyDown),
                                                     [weak = weak_from_this()](const InputEvent& event) {

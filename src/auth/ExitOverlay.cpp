@@ -1,6 +1,7 @@
 #include "auth/ExitOverlay.h"
 
 #include "auth/AuthService.h"
+#include "base/WhileAlive.h"
 #include "lockdown/Notifications.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
@@ -24,17 +25,14 @@ ExitOverlay::ExitOverlay(std::function<void()> clearIsPresented, std::function<v
       m_settings(settings), m_platform(platform) {}
 
 void ExitOverlay::onAppear() {
-    m_platform.mainQueue.asyncAfter(appearanceDelay, [weak = weak_from_this()] {
-        const auto self = weak.lock();
-        if (!self) {
-            return;
-        }
-        if (self->offersTouchID()) {
-            self->attemptTouchID();
+    const auto begin = [](ExitOverlay& self) {
+        if (self.offersTouchID()) {
+            self.attemptTouchID();
         } else {
-            self->m_isPasswordFocused.set(true);
+            self.m_isPasswordFocused.set(true);
         }
-    });
+    };
+    m_platform.mainQueue.asyncAfter(appearanceDelay, whileAlive(weak_from_this(), begin));
 }
 
 bool ExitOverlay::offersTouchID() const {

@@ -1,5 +1,6 @@
 #include "lockdown/HotCornerMonitor.h"
 
+#include "base/WhileAlive.h"
 #include "platform/Screens.h"
 
 namespace tapalong {
@@ -15,11 +16,7 @@ HotCornerMonitor::HotCornerMonitor(ScreenCorner corner, double dwellTime, std::f
     : m_corner(corner), m_dwellTime(dwellTime), m_onTrigger(std::move(onTrigger)), m_platform(platform) {}
 
 void HotCornerMonitor::start() {
-    const auto sample = [weak = weak_from_this()] {
-        if (const auto self = weak.lock()) {
-            self->checkMousePosition();
-        }
-    };
+    const auto sample = whileAlive(weak_from_this(), &HotCornerMonitor::checkMousePosition);
     m_mouseMonitor = m_platform.eventMonitors.addGlobalMonitorForEvents(
         maskOf(EventType::mouseMoved) | maskOf(EventType::leftMouseDragged), [sample](const InputEvent&) { sample(); });
     m_platform.timers.scheduledTimer(pollingInterval, Repeats::yes, weak_from_this(), sample);
@@ -69,12 +66,9 @@ void HotCornerMonitor::beginDwell() {
     if (m_dwellTimer) {
         m_platform.timers.invalidate(*m_dwellTimer);
     }
-    m_dwellTimer =
-        m_platform.timers.scheduledTimer(m_dwellTime, Repeats::no, weak_from_this(), [weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->m_onTrigger();
-            }
-        });
+    m_dwellTimer = m_platform.timers.scheduledTimer(
+        m_dwellTime, Repeats::no, weak_from_this(),
+        whileAlive(weak_from_this(), [](const HotCornerMonitor& self) { self.m_onTrigger(); }));
 }
 
 } // namespace tapalong

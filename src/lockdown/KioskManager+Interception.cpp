@@ -1,6 +1,7 @@
 // The two layers that catch keys. The local monitor sees what is addressed to this application and is always there;
 // the event tap sits ahead of every application and is there in Lockdown Mode only.
 
+#include "base/WhileAlive.h"
 #include "lockdown/KeyClassification.h"
 #include "lockdown/KioskManager.h"
 #include "platform/MainQueue.h"
@@ -130,11 +131,11 @@ void KioskManager::emitEmojiForModifiers(ModifierFlags flags) {
 }
 
 void KioskManager::post(KeyEvent event) {
-    m_platform.mainQueue.async([weak = weak_from_this(), event = std::move(event)] {
-        if (const auto self = weak.lock(); self && self->m_keyHandler) {
-            self->m_keyHandler(event);
+    m_platform.mainQueue.async(whileAlive(weak_from_this(), [event = std::move(event)](const KioskManager& self) {
+        if (self.m_keyHandler) {
+            self.m_keyHandler(event);
         }
-    });
+    }));
 }
 
 } // namespace tapalong

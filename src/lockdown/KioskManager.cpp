@@ -1,6 +1,7 @@
 #include "lockdown/KioskManager.h"
 
 #include "base/Fatal.h"
+#include "base/WhileAlive.h"
 #include "lockdown/Notifications.h"
 #include "platform/Accessibility.h"
 #include "platform/Application.h"
@@ -45,14 +46,10 @@ void KioskManager::deactivate() {
 }
 
 void KioskManager::startHotCornerMonitor() {
-    const auto trigger = [weak = weak_from_this()] {
-        const auto self = weak.lock();
-        if (!self) {
-            return;
-        }
-        self->m_platform.mainQueue.async(
-            [&center = self->m_platform.notificationCenter] { center.post(showExitOverlayNotification); });
-    };
+    const auto trigger = whileAlive(weak_from_this(), [](const KioskManager& self) {
+        self.m_platform.mainQueue.async(
+            [&center = self.m_platform.notificationCenter] { center.post(showExitOverlayNotification); });
+    });
     const auto monitor = std::make_shared<HotCornerMonitor>(m_settings.exitCorner.get(),
                                                             m_settings.hotCornerDwellTime.get(), trigger, m_platform);
     monitor->start();
@@ -68,12 +65,9 @@ void KioskManager::stopHotCornerMonitor() {
 
 void KioskManager::startFocusWatchdog() {
     const bool kioskMode = m_settings.kioskMode.get();
-    m_focusWatchdog = m_platform.timers.scheduledTimer(watchdogInterval, Repeats::yes, weak_from_this(),
-                                                       [weak = weak_from_this(), kioskMode] {
-                                                           if (const auto self = weak.lock()) {
-                                                               self->watch(kioskMode);
-                                                           }
-                                                       });
+    m_focusWatchdog = m_platform.timers.scheduledTimer(
+        watchdogInterval, Repeats::yes, weak_from_this(),
+        whileAlive(weak_from_this(), [kioskMode](KioskManager& self) { self.watch(kioskMode); }));
 }
 
 void KioskManager::watch(bool kioskMode) {
@@ -104,12 +98,9 @@ void KioskManager::observeOverlay() {
 }
 
 void KioskManager::observeOverlay(std::string_view notification, bool showing) {
-    m_overlayObservers.push_back(
-        m_platform.notificationCenter.addObserver(notification, [weak = weak_from_this(), showing] {
-            if (const auto self = weak.lock()) {
-                self->m_isOverlayShowing = showing;
-            }
-        }));
+    m_overlayObservers.push_back(m_platform.notificationCenter.addObserver(
+        notification,
+        whileAlive(weak_from_this(), [showing](KioskManager& self) { self.m_isOverlayShowing = showing; })));
 }
 
 void KioskManager::stopObservingOverlay() {

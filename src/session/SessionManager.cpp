@@ -2,6 +2,7 @@
 
 #include "app/ApplicationDelegate.h"
 #include "base/Fatal.h"
+#include "base/WhileAlive.h"
 #include "lockdown/KioskManager.h"
 #include "platform/RandomSource.h"
 #include "platform/Timers.h"
@@ -55,11 +56,7 @@ void SessionManager::startSession() {
     m_typedContent.set({});
     m_soundEngine = std::make_unique<SoundEngine>(m_settings, m_platform.systemSounds, m_platform.standardOutput);
     m_kioskManager = std::make_shared<KioskManager>(m_settings, m_platform);
-    m_kioskManager->activate([weak = weak_from_this()](const KeyEvent& event) {
-        if (const auto self = weak.lock()) {
-            self->handleKeyEvent(event);
-        }
-    });
+    m_kioskManager->activate(whileAlive(weak_from_this(), &SessionManager::handleKeyEvent));
     sharedDelegate().showSessionWindow();
 }
 

@@ -1,5 +1,6 @@
 #include "settings/SettingsView.h"
 
+#include "base/WhileAlive.h"
 #include "platform/Accessibility.h"
 #include "platform/Notices.h"
 #include "platform/SystemSounds.h"
@@ -31,11 +32,8 @@ SettingsView::~SettingsView() = default;
 void SettingsView::onAppear() {
     checkAccessibilityPermission();
     m_accessibilityTimer =
-        m_platform.timers.scheduledTimer(permissionInterval, Repeats::yes, weak_from_this(), [weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->checkAccessibilityPermission();
-            }
-        });
+        m_platform.timers.scheduledTimer(permissionInterval, Repeats::yes, weak_from_this(),
+                                         whileAlive(weak_from_this(), &SettingsView::checkAccessibilityPermission));
 }
 
 void SettingsView::onDisappear() {
@@ -64,12 +62,9 @@ void SettingsView::checkAccessibilityPermission() {
 void SettingsView::requestAccessibilityPermission() {
     m_platform.accessibility.isProcessTrustedWithPrompt();
     const auto token = std::make_shared<std::optional<TimerToken>>();
-    *token = m_platform.timers.scheduledTimer(grantInterval, Repeats::yes, weak_from_this(),
-                                              [weak = weak_from_this(), token] {
-                                                  if (const auto self = weak.lock()) {
-                                                      self->watchForGrant(token);
-                                                  }
-                                              });
+    *token = m_platform.timers.scheduledTimer(
+        grantInterval, Repeats::yes, weak_from_this(),
+        whileAlive(weak_from_this(), [token](SettingsView& self) { self.watchForGrant(token); }));
 }
 
 void SettingsView::watchForGrant(const std::shared_ptr<std::optional<TimerToken>>& watcher) {

@@ -1,5 +1,6 @@
 #include "views/SessionView.h"
 
+#include "base/WhileAlive.h"
 #include "lockdown/Notifications.h"
 #include "platform/MainQueue.h"
 #include "session/SessionManager.h"
@@ -22,12 +23,8 @@ void SessionView::onAppear() {
     if (m_overlayObserver) {
         return;
     }
-    m_overlayObserver =
-        m_platform.notificationCenter.addObserver(showExitOverlayNotification, [weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->presentExitOverlay();
-            }
-        });
+    m_overlayObserver = m_platform.notificationCenter.addObserver(
+        showExitOverlayNotification, whileAlive(weak_from_this(), &SessionView::presentExitOverlay));
     m_shownCount = m_sessionManager->typedContent().size();
     m_contentSubscription = m_sessionManager->objectWillChange([this] { contentWillChange(); });
     m_text->onAppear();
@@ -63,18 +60,10 @@ void SessionView::presentExitOverlay() {
         return;
     }
     const auto overlay = std::make_shared<ExitOverlay>(
-        [weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->m_exitOverlay.set(nullptr);
-            }
-        },
+        whileAlive(weak_from_this(), [](SessionView& self) { self.m_exitOverlay.set(nullptr); }),
         // A fingerprint may be recognised long after: it ends the session that it was asked for, never a later one.
-        [weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->m_sessionManager->endSession();
-            }
-        },
-        m_settings, m_platform);
+        whileAlive(weak_from_this(), [](SessionView& self) { self.m_sessionManager->endSession(); }), m_settings,
+        m_platform);
     m_exitOverlay.set(overlay);
     overlay->onAppear();
 }
@@ -83,11 +72,7 @@ void SessionView::contentWillChange() {
     if (std::exchange(m_changePending, true)) {
         return;
     }
-    m_platform.mainQueue.async([weak = weak_from_this()] {
-        if (const auto self = weak.lock()) {
-            self->contentChanged();
-        }
-    });
+    m_platform.mainQueue.async(whileAlive(weak_from_this(), &SessionView::contentChanged));
 }
 
 void SessionView::contentChanged() {

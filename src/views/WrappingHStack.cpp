@@ -1,5 +1,7 @@
 #include "views/WrappingHStack.h"
 
+#include "base/WhileAlive.h"
+
 namespace tapalong {
 
 namespace {
@@ -38,12 +40,9 @@ double WrappingHStack::lineSpacing(double fontSize) {
 }
 
 void WrappingHStack::onAppear() {
-    m_blinkTimer =
-        m_platform.timers.scheduledTimer(blinkInterval, Repeats::yes, weak_from_this(), [weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->m_cursorVisible.set(!self->cursorVisible());
-            }
-        });
+    m_blinkTimer = m_platform.timers.scheduledTimer(
+        blinkInterval, Repeats::yes, weak_from_this(),
+        whileAlive(weak_from_this(), [](WrappingHStack& self) { self.m_cursorVisible.set(!self.cursorVisible()); }));
 }
 
 void WrappingHStack::onDisappear() {
