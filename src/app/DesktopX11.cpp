@@ -2,8 +2,8 @@
 
 #include "platform/desktop/NoticeBoard.h"
 #include "platform/linux/x11/QtConnection.h"
+#include "platform/linux/x11/X11Pointer.h"
 
-#include <QCursor>
 #include <QTimer>
 #include <QWindow>
 
@@ -38,7 +38,7 @@ DesktopX11::DesktopX11(NoticeBoard& notices) {
 }
 
 std::optional<QPointF> DesktopX11::pointer() const {
-    return QCursor::pos();
+    return pointerPosition(m_connection);
 }
 
 void DesktopX11::describeWindows(WindowTraits& traits) {
