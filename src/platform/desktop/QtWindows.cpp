@@ -34,7 +34,7 @@ void placeScene(QQuickView& view, const Scene& scene) {
     const int minHeight = qRound(scene.minHeight);
     view.setMinimumSize({width, minHeight});
     view.setMaximumSize({width, anyHeight});
-    const auto* const content = view.rootObject();
+    auto* const content = view.rootObject();
     int height = content != nullptr ? qRound(content->implicitHeight()) : minHeight;
     const auto* const screen = QtScreens::mainScreen();
     const auto room = screen != nullptr ? screen->availableGeometry() : QRect();
@@ -43,6 +43,10 @@ void placeScene(QQuickView& view, const Scene& scene) {
     }
     height = std::max(height, minHeight);
     view.resize(width, height);
+    if (content != nullptr) {
+        // The view gives its content no size that it has already; it would then shrink when it wants less room.
+        content->setSize(QSizeF(width, height));
+    }
     if (screen != nullptr && scene.centred) {
         const int y = room.y() + std::max((room.height() - height) / 2, 0);
         view.setPosition(room.x() + std::max((room.width() - width) / 2, 0), y);

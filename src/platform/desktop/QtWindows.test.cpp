@@ -105,6 +105,14 @@ TEST_F(QtWindowsTest, DeclaredWindowHasItsTitleItsWidthAndTheHeightOfItsContent)
     EXPECT_EQ(settingsView->calls, "a");
 }
 
+TEST_F(QtWindowsTest, ContentThatComesToWantLessRoomStillFillsItsWindow) {
+    openSettings();
+    auto* const content = settingsWindow().rootObject();
+    content->setImplicitHeight(contentHeight - 100);
+    EXPECT_EQ(content->height(), settingsWindow().height());
+    EXPECT_EQ(content->width(), settingsWindow().width());
+}
+
 TEST_F(QtWindowsTest, ClosingTheDeclaredWindowHidesItAndAsksWhetherToQuit) {
     openSettings();
     auto& window = settingsWindow();
