@@ -15,7 +15,15 @@ T.AbstractButton {
     implicitWidth: 46
     implicitHeight: 26
     focusPolicy: Qt.TabFocus
-    onClicked: popover.visible = !popover.visible
+    onClicked: {
+        if (popover.status === Loader.Null) {
+            popover.setSource(Qt.resolvedUrl("ColorPopover.qml"), {
+                well: well
+            });
+        }
+        const card = popover.item as Popover;
+        card.visible = !card.visible;
+    }
     Keys.onReturnPressed: well.clicked()
     Keys.onEnterPressed: well.clicked()
 
@@ -45,18 +53,10 @@ T.AbstractButton {
         }
     }
 
-    Popover {
+    // By its file's name, and when it is first asked for: else every start would load all that it is made of.
+    Loader {
         id: popover
 
-        theme: well.theme
-        x: well.width - width
-        y: well.height + 6
-        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
-
-        contentItem: ColorChooser {
-            theme: well.theme
-            current: well.current
-            onPicked: color => well.picked(color)
-        }
+        anchors.fill: parent
     }
 }

@@ -17,6 +17,13 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     onClicked: presentedChangedTo(true)
+    onPresentedChanged: {
+        if (presented && popover.status === Loader.Null) {
+            popover.setSource(Qt.resolvedUrl("InfoPopover.qml"), {
+                button: button
+            });
+        }
+    }
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
@@ -40,22 +47,10 @@ T.AbstractButton {
         }
     }
 
-    Popover {
+    // By its file's name, and when it is first asked for: most starts of the program do without it.
+    Loader {
         id: popover
 
-        theme: button.theme
-        x: (button.width - width) / 2
-        y: button.height + 6
-        width: 300
-        visible: button.presented
-        onClosed: button.presentedChangedTo(false)
-
-        contentItem: Text {
-            text: button.info
-            font.pixelSize: 12
-            lineHeight: 1.25
-            wrapMode: Text.Wrap
-            color: button.theme.text
-        }
+        anchors.fill: parent
     }
 }

@@ -99,20 +99,18 @@ T.ComboBox {
         }
     }
 
-    TextMetrics {
-        id: longest
-
-        font.pixelSize: 14
-        text: {
-            let widest = "";
-            for (const option of picker.model) {
-                widest = option.length > widest.length ? option : widest;
-            }
-            return widest;
-        }
-    }
-
     popup: Popover {
+        readonly property TextMetrics longest: TextMetrics {
+            font.pixelSize: 14
+            text: {
+                let widest = "";
+                for (const option of picker.model) {
+                    widest = option.length > widest.length ? option : widest;
+                }
+                return widest;
+            }
+        }
+
         theme: picker.theme
         padding: 5
         width: Math.max(picker.width, longest.advanceWidth + 70)

@@ -14,37 +14,30 @@ Item {
     implicitHeight: visible ? Math.max(44, title.implicitHeight + 20) : 0
     Layout.fillWidth: true
 
+    // One layout, for the controls: with more of them a window full of rows takes its time to open.
+    Text {
+        id: title
+
+        x: 16
+        y: Math.round((row.height - height) / 2)
+        width: trailing.x - x - besideSlot.width - 24
+        text: row.label
+        font.pixelSize: 14
+        color: row.theme.text
+        wrapMode: Text.Wrap
+    }
+    Row {
+        id: besideSlot
+
+        x: title.x + Math.min(Math.ceil(title.implicitWidth) + 1, title.width) + 6
+        anchors.verticalCenter: parent.verticalCenter
+    }
     RowLayout {
-        anchors.fill: parent
-        anchors.leftMargin: 16
+        id: trailing
+
+        anchors.right: parent.right
         anchors.rightMargin: 12
-        spacing: 12
-
-        RowLayout {
-            spacing: 6
-            Layout.fillWidth: true
-
-            Text {
-                id: title
-
-                text: row.label
-                font.pixelSize: 14
-                color: row.theme.text
-                wrapMode: Text.Wrap
-                Layout.fillWidth: true
-                Layout.maximumWidth: Math.ceil(implicitWidth) + 1
-            }
-            RowLayout {
-                id: besideSlot
-            }
-            Item {
-                Layout.fillWidth: true
-            }
-        }
-        RowLayout {
-            id: trailing
-
-            spacing: 8
-        }
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 8
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Window
 
 // One of our symbols in one colour; nothing while it has no name.
 Image {

@@ -9,11 +9,12 @@
 namespace tapalong {
 
 QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
-    const QString symbol = id.section('/', 0, 0);
-    const QColor color('#' + id.section('/', 1, 1));
-    QFile file(":/tapalong/symbols/" + symbol + ".svg");
+    const QString picture = id.section('/', 0, 0);
+    const QString argb = id.section('/', 1, 1);
+    const QColor color = argb.isEmpty() ? QColor(Qt::black) : QColor('#' + argb);
+    QFile file((argb.isEmpty() ? ":/tapalong/" : ":/tapalong/symbols/") + picture + ".svg");
     if (!file.open(QIODevice::ReadOnly)) {
-        qWarning("no symbol of the name %s", qPrintable(symbol));
+        qWarning("no picture of the name %s", qPrintable(picture));
         return {};
     }
     QByteArray drawing = file.readAll().replace("currentColor", color.name().toLatin1());
@@ -24,7 +25,7 @@ QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const Q
     }
     QImage image = reader.read();
     if (image.isNull()) {
-        qWarning("symbol %s cannot be drawn: %s", qPrintable(symbol), qPrintable(reader.errorString()));
+        qWarning("picture %s cannot be drawn: %s", qPrintable(picture), qPrintable(reader.errorString()));
         return {};
     }
     if (color.alpha() < 255) {

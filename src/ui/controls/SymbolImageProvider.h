@@ -4,8 +4,9 @@
 
 namespace tapalong {
 
-/// Our symbols in any colour, as in "image://symbol/lock.shield/ffffffff" (alpha first). The drawings are made of
-/// currentColor; recolouring them here needs no shader.
+/// Our symbols in any colour, as in "image://symbol/lock.shield/ffffffff" (alpha first), and, without a colour, the
+/// image assets in their own. The symbols are made of currentColor; recolouring them here needs no shader. The assets
+/// come this way because the toolkit's own would load the plugins of every image format to find out which it is.
 class SymbolImageProvider final : public QQuickImageProvider {
 public:
     static constexpr const char* name = "symbol";

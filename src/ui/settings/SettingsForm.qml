@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
-import QtQuick.Window
 import Tapalong
 
 // The three sections, scrolling. A control that gets the keyboard scrolls into view.

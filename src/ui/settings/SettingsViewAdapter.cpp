@@ -58,7 +58,7 @@ void SettingsViewAdapter::setCustomBG(const QColor& color) {
 }
 
 QUrl SettingsViewAdapter::appIcon() const {
-    return QUrl(tapalong::toQml(AppIconImage.url));
+    return QUrl("image://symbol/" + tapalong::toQml(AppIconImage.name));
 }
 
 int SettingsViewAdapter::soundPackIndex() const {

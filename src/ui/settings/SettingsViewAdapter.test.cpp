@@ -242,6 +242,18 @@ TEST_F(SettingsWindowTest, InformationPopoverOpensAndEscapeClosesIt) {
     EXPECT_TRUE(waitUntil([&] { return !shown.get(); }));
 }
 
+TEST_F(SettingsWindowTest, ColorWellOpensAChooserThatStoresWhatIsPickedAndASecondClickClosesIt) {
+    settings().useSystemAppearance.set(false);
+    turn();
+    EXPECT_EQ(button("#8CDB21"), nullptr);
+    clickOn(button("Text Color"));
+    ASSERT_TRUE(waitUntil([&] { return button("#8CDB21") != nullptr; }));
+    clickOn(button("#8CDB21"));
+    EXPECT_EQ(gui.app.settingsView()->customFG().hexString(), "#8CDB21");
+    clickOn(button("Text Color"));
+    EXPECT_TRUE(waitUntil([&] { return button("#8CDB21") == nullptr; }));
+}
+
 TEST_F(SettingsWindowTest, EveryControlIsReachedByTab) {
     settings().exitPassword.set("x");
     settings().useSystemAppearance.set(false);
