@@ -4,17 +4,13 @@
 // usage: key_cost PROCESS LENGTH...
 
 #include "Costs.h"
-
-#include <xcb/xcb.h>
-#include <xcb/xtest.h>
+#include "Process.h"
+#include "TestKeyboard.h"
 
 #include <array>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <memory>
 #include <random>
 #include <string>
 #include <thread>
@@ -27,39 +23,6 @@ using namespace std::chrono_literals;
 constexpr std::size_t warmUp = 20;
 constexpr std::size_t measured = 200;
 constexpr auto untilRest = 40ms; ///< long enough for the dearest key, short enough for a table in a few minutes
-
-/// CPU milliseconds, in the scheduler's nanoseconds: /proc/PID/stat counts in hundredths of a second.
-double cpuMilliseconds(const std::string& process) {
-    double total = 0;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + process + "/task")) {
-        double nanoseconds = 0;
-        std::ifstream(thread.path() / "schedstat") >> nanoseconds;
-        total += nanoseconds / 1e6;
-    }
-    return total;
-}
-
-class Keyboard {
-public:
-    Keyboard() : m_xcb(xcb_connect(nullptr, nullptr), &xcb_disconnect) {
-        if (xcb_connection_has_error(m_xcb.get()) != 0) {
-            std::fputs("key_cost: no display\n", stderr);
-            std::exit(EXIT_FAILURE);
-        }
-    }
-
-    /// `kernelCode` as in linux/input-event-codes.h.
-    void tap(std::uint8_t kernelCode) {
-        for (const int type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
-            xcb_test_fake_input(m_xcb.get(), static_cast<std::uint8_t>(type), static_cast<std::uint8_t>(kernelCode + 8),
-                                XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-        }
-        xcb_flush(m_xcb.get());
-    }
-
-private:
-    std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> m_xcb;
-};
 
 /// One character per key: one in ten an emoji (the Shift key types one), one in nine a blank, else a letter.
 class Typist {
@@ -85,7 +48,7 @@ public:
     }
 
 private:
-    Keyboard m_keyboard;
+    TestKeyboard m_keyboard;
     std::mt19937 m_random{7}; // NOLINT(cert-msc51-cpp): the same text in every run
     std::size_t m_typed = 0;
 };
@@ -98,16 +61,6 @@ void waitForRest(const std::string& process) {
         std::this_thread::sleep_for(300ms);
         spent = cpuMilliseconds(process) - before;
     } while (spent > blinking);
-}
-
-double residentMebibytes(const std::string& process) {
-    std::ifstream file("/proc/" + process + "/status");
-    std::string word;
-    double kibibytes = 0;
-    while (file >> word && word != "VmRSS:") {
-    }
-    file >> kibibytes;
-    return kibibytes / 1024;
 }
 
 Costs measure(Typist& typist, const std::string& process) {

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """What a key costs the real program in a real session, by the length of the text that is there."""
-from processes import KEY_COST, PROGRAM, SETTINGS, SIZE, Desktop, Program, start_session, wait_until
+from processes import PROGRAM, SETTINGS, SIZE, Desktop, Program, measuring_program, start_session
 
 LENGTHS = (100, 1000, 5000, 50000)
 KEYS_EACH = 220
@@ -14,7 +14,7 @@ def main():
         # What the shortcut's own modifier keys typed when they were released.
         desktop.key(*["BackSpace"] * 4)
         desktop.settle(1)
-        print(desktop.output([KEY_COST, str(program.process.pid), *map(str, LENGTHS)]), end="")
+        print(desktop.output([measuring_program("key_cost"), str(program.process.pid), *map(str, LENGTHS)]), end="")
         desktop.start_accessibility()
         text = program.wait_for_text(lambda found: found, "the typed text")
         shown = sum(each != "\uFE0F" for each in text)  # it only says that the character before it is an emoji

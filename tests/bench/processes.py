@@ -7,12 +7,18 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."
 from rig.desktop import Desktop, wait_until  # noqa: E402  pylint: disable=wrong-import-position
 from rig.program import Program  # noqa: E402  pylint: disable=wrong-import-position
 
-__all__ = ["BARE_WINDOW", "Desktop", "FRAME_LOG", "KEY_COST", "PROGRAM", "Program", "SETTINGS", "SIZE", "cpu_seconds",
-           "frames", "is_frame", "resident_mebibytes", "start_session", "wait_until", "wakeups"]
+__all__ = ["BARE_WINDOW", "Desktop", "FRAME_LOG", "PROGRAM", "Program", "SETTINGS", "SIZE", "cpu_seconds",
+           "frames", "is_frame", "measuring_program", "resident_mebibytes", "start_session", "wait_until", "wakeups"]
 
 PROGRAM = os.environ["TAPALONG_PROGRAM"]
-BARE_WINDOW = os.path.join(os.path.dirname(PROGRAM), "bare_window")
-KEY_COST = os.path.join(os.path.dirname(PROGRAM), "key_cost")
+
+
+def measuring_program(name):
+    """One of those that are built beside the program."""
+    return os.path.join(os.path.dirname(PROGRAM), name)
+
+
+BARE_WINDOW = measuring_program("bare_window")
 SIZE = (1920, 1080)
 
 # The scene of the other benchmark of typed text; longer texts than any here are not cut.
