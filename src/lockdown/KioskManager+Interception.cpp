@@ -75,6 +75,7 @@ void KioskManager::setupEventTap() {
         m_platform.standardOutput.print("⚠️ Failed to create CGEventTap. Accessibility permission required!");
         m_platform.standardOutput.print("   Grant permission in: System Settings → Privacy & Security → Accessibility");
         promptForAccessibilityPermission();
+        updateLockdown();
         return;
     }
     m_eventTap = tap;
@@ -82,6 +83,7 @@ void KioskManager::setupEventTap() {
     m_platform.eventTaps.addSource(*m_runLoopSource);
     m_platform.eventTaps.enableTap(*tap, true);
     m_platform.standardOutput.print("✅ CGEventTap active — all keyboard input intercepted");
+    updateLockdown();
 }
 
 Verdict KioskManager::handleCGEvent(const InputEvent& event) {
@@ -91,6 +93,7 @@ Verdict KioskManager::handleCGEvent(const InputEvent& event) {
         if (m_eventTap) {
             m_platform.eventTaps.enableTap(*m_eventTap, true);
         }
+        updateLockdown();
         return Verdict::pass;
     case EventType::systemDefined:
     case EventType::scrollWheel:
@@ -122,6 +125,7 @@ void KioskManager::teardownEventTap() {
     m_eventTap.reset();
     m_runLoopSource.reset();
     m_platform.standardOutput.print("🔓 CGEventTap deactivated — normal input restored");
+    updateLockdown();
 }
 
 void KioskManager::emitEmojiForModifiers(ModifierFlags flags) {

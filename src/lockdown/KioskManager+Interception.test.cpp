@@ -36,6 +36,7 @@ struct BareTaps final : EventTaps {
         return TapHandle{1};
     }
     void enableTap(TapHandle, bool enable) override { enabled.push_back(enable); }
+    [[nodiscard]] bool isTapEnabled(TapHandle) const override { return !enabled.empty() && enabled.back(); }
     [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle) override { return RunLoopSource{1}; }
     void addSource(RunLoopSource) override {}
     void removeSource(RunLoopSource) override {}

@@ -26,6 +26,8 @@ void KioskManager::activate(KeyHandler handler) {
     m_keyHandler = std::move(handler);
     m_isActive = true;
     const bool kioskMode = m_settings.kioskMode.get();
+    m_isLockdownWanted = kioskMode;
+    m_lockdownsSeen.clear();
     setupLocalEventMonitor();
     if (kioskMode) {
         setupEventTap();
@@ -37,6 +39,7 @@ void KioskManager::activate(KeyHandler handler) {
 
 void KioskManager::deactivate() {
     m_isActive = false;
+    m_isLockdownWanted = false;
     teardownLocalEventMonitor();
     teardownEventTap();
     stopHotCornerMonitor();
@@ -121,6 +124,15 @@ void KioskManager::promptForAccessibilityPermission() {
                                             self->setupEventTap();
                                         }
                                     });
+}
+
+void KioskManager::updateLockdown() {
+    const bool isInForce = m_eventTap && m_platform.eventTaps.isTapEnabled(*m_eventTap);
+    const auto lockdown = !m_isLockdownWanted ? Lockdown::off : isInForce ? Lockdown::inForce : Lockdown::missing;
+    m_lockdownsSeen.insert(lockdown);
+    if (lockdown != m_lockdown.get()) {
+        m_lockdown.set(lockdown);
+    }
 }
 
 void KioskManager::hideCursor() {}

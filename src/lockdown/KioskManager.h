@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Observable.h"
 #include "lockdown/HotCornerMonitor.h"
 #include "platform/EventMonitors.h"
 #include "platform/EventTaps.h"
@@ -8,21 +9,27 @@
 #include "platform/Timers.h"
 #include "session/KeyEvent.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <vector>
 
 namespace tapalong {
 
 class SessionSettings;
 
+/// Whether Lockdown Mode was wanted when the session began, and whether the keyboard is really ours.
+enum class Lockdown : std::uint8_t { off, missing, inForce };
+
 /// The lockdown of one session: keeps every key flowing to the session's handler, watches the exit corner, keeps
 /// the application in front and, in Lockdown Mode, takes the keyboard from everybody else.
 ///
 /// Held by shared pointer, and strongly by the session alone: whatever waits on a timer or on the main queue holds
 /// it weakly and dies with it. Letting go of it tears nothing down: call deactivate() first.
-class KioskManager : public std::enable_shared_from_this<KioskManager> {
+class KioskManager : public ObservableObject, public std::enable_shared_from_this<KioskManager> {
 public:
     using KeyHandler = std::function<void(const KeyEvent&)>;
 
@@ -32,6 +39,11 @@ public:
     void activate(KeyHandler handler);
     /// May be called twice, or without activate().
     void deactivate();
+
+    /// In force exactly while the tap is enabled; a change is announced.
+    [[nodiscard]] Lockdown lockdown() const { return m_lockdown.get(); }
+    /// Whether that was so at some time since the last activate().
+    [[nodiscard]] bool hasBeen(Lockdown lockdown) const { return m_lockdownsSeen.contains(lockdown); }
 
 private:
     // KioskManager.cpp
@@ -47,6 +59,7 @@ private:
     /// The pointer stays visible in a session, or nobody would find the corner; hence these two do nothing.
     void hideCursor();
     void showCursor();
+    void updateLockdown();
 
     // KioskManager+Interception.cpp
     void setupLocalEventMonitor();
@@ -66,6 +79,9 @@ private:
     KeyHandler m_keyHandler;
     std::shared_ptr<HotCornerMonitor> m_hotCornerMonitor;
     std::optional<TimerToken> m_focusWatchdog;
+    Published<Lockdown> m_lockdown{*this, Lockdown::off};
+    std::set<Lockdown> m_lockdownsSeen;
+    bool m_isLockdownWanted = false;
     bool m_isActive = false;
     bool m_isOverlayShowing = false;
     std::vector<ObserverToken> m_overlayObservers;

@@ -33,7 +33,11 @@ public:
     [[nodiscard]] virtual std::optional<TapHandle> createTap(TapLocation location, TapPlacement placement,
                                                              TapOptions options, EventMask eventsOfInterest,
                                                              Callback callback) = 0;
+    /// The keyboard may be refused to a tap that is enabled again: it then stays disabled, and the callback is told so
+    /// as of any other loss, again and again until it can be had.
     virtual void enableTap(TapHandle tap, bool enable) = 0;
+    /// False too for a handle that means nothing.
+    [[nodiscard]] virtual bool isTapEnabled(TapHandle tap) const = 0;
 
     [[nodiscard]] virtual RunLoopSource createRunLoopSource(TapHandle tap) = 0;
     virtual void addSource(RunLoopSource source) = 0;

@@ -30,6 +30,13 @@ ApplicationDelegate& sharedDelegate() {
     return *delegate;
 }
 
+LockdownOutcome outcomeOf(const KioskManager& kioskManager) {
+    if (!kioskManager.hasBeen(Lockdown::missing)) {
+        return LockdownOutcome::asWished;
+    }
+    return kioskManager.hasBeen(Lockdown::inForce) ? LockdownOutcome::partly : LockdownOutcome::never;
+}
+
 } // namespace
 
 SessionManager::SessionManager(SessionSettings& settings, const Platform& platform)
@@ -53,9 +60,11 @@ void SessionManager::startSession() {
         return;
     }
     m_isSessionActive.set(true);
+    setLastLockdown(LockdownOutcome::asWished);
     m_typedContent.set({});
     m_soundEngine = std::make_unique<SoundEngine>(m_settings, m_platform.systemSounds, m_platform.standardOutput);
     m_kioskManager = std::make_shared<KioskManager>(m_settings, m_platform);
+    m_kioskSubscription = m_kioskManager->objectWillChange([this] { sendObjectWillChange(); });
     m_kioskManager->activate(whileAlive(weak_from_this(), &SessionManager::handleKeyEvent));
     sharedDelegate().showSessionWindow();
 }
@@ -64,14 +73,27 @@ void SessionManager::endSession() {
     if (!isSessionActive()) {
         return;
     }
+    auto outcome = LockdownOutcome::asWished;
     if (m_kioskManager) {
+        outcome = outcomeOf(*m_kioskManager);
         m_kioskManager->deactivate();
     }
     m_kioskManager.reset();
     m_soundEngine.reset();
     m_isSessionActive.set(false);
+    setLastLockdown(outcome);
     m_typedContent.set({});
     sharedDelegate().dismissSessionWindow();
+}
+
+bool SessionManager::isLockdownMissing() const {
+    return m_kioskManager && m_kioskManager->lockdown() == Lockdown::missing;
+}
+
+void SessionManager::setLastLockdown(LockdownOutcome outcome) {
+    if (outcome != lastLockdown()) {
+        m_lastLockdown.set(outcome);
+    }
 }
 
 void SessionManager::handleKeyEvent(const KeyEvent& event) {

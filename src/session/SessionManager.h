@@ -5,6 +5,7 @@
 #include "session/KeyEvent.h"
 #include "session/TypedCharacter.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -14,6 +15,9 @@ namespace tapalong {
 class KioskManager;
 class SessionSettings;
 class SoundEngine;
+
+/// How Lockdown Mode went in a session: as its parent wished, missing for a part of it, or missing all along.
+enum class LockdownOutcome : std::uint8_t { asWished, partly, never };
 
 /// The model of a typing session: starts and ends it and turns key events into characters on the screen. One
 /// instance serves all sessions of the process. Held by shared pointer. Main thread only.
@@ -34,6 +38,11 @@ public:
     /// The characters on the screen, oldest first.
     [[nodiscard]] const std::vector<TypedCharacter>& typedContent() const { return m_typedContent.get(); }
 
+    /// A session is running in which Lockdown Mode is wanted and at this moment not in force.
+    [[nodiscard]] bool isLockdownMissing() const;
+    /// Of the session that ended last; asWished before the first one has ended and while one runs.
+    [[nodiscard]] LockdownOutcome lastLockdown() const { return m_lastLockdown.get(); }
+
     /// The lockdown of the running session, present exactly while one runs; for looking at, not for keeping.
     [[nodiscard]] const KioskManager* kioskManager() const { return m_kioskManager.get(); }
     [[nodiscard]] const SoundEngine* soundEngine() const { return m_soundEngine.get(); }
@@ -41,6 +50,7 @@ public:
     [[nodiscard]] bool isDeleteHeld() const { return m_deleteHoldStart.has_value(); }
 
 private:
+    void setLastLockdown(LockdownOutcome outcome);
     void handleKeyEvent(const KeyEvent& event);
     void deleteLastOrWipe();
     [[nodiscard]] Character celestialCharacter();
@@ -50,7 +60,9 @@ private:
     const Platform m_platform;
     Published<bool> m_isSessionActive{*this, false};
     Published<std::vector<TypedCharacter>> m_typedContent{*this, {}};
+    Published<LockdownOutcome> m_lastLockdown{*this, LockdownOutcome::asWished};
     std::shared_ptr<KioskManager> m_kioskManager;
+    Subscription m_kioskSubscription;
     std::unique_ptr<SoundEngine> m_soundEngine;
     std::vector<Character> m_recentEmoji;
     std::optional<double> m_deleteHoldStart; ///< Timers::now() at the first delete of the run

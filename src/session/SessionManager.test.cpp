@@ -118,6 +118,58 @@ TEST_F(SessionManagerTest, AHundredSessionsLeaveNoMoreBehindThanOne) {
     EXPECT_EQ(world.input.tapCount(), 0U);
 }
 
+TEST_F(SessionManagerTest, LockdownIsMissingWhileTheKeyboardIsWantedAndNotHad) {
+    EXPECT_FALSE(manager->isLockdownMissing());
+    settings.kioskMode.set(true);
+    world.input.setTapsAvailable(false);
+    manager->startSession();
+    EXPECT_TRUE(manager->isLockdownMissing());
+    world.input.setTapsAvailable(true);
+    int announcements = 0;
+    const auto subscription = manager->objectWillChange([&] { ++announcements; });
+    world.time.advance(2);
+    EXPECT_FALSE(manager->isLockdownMissing());
+    EXPECT_EQ(announcements, 1);
+    manager->endSession();
+    EXPECT_FALSE(manager->isLockdownMissing());
+}
+
+TEST_F(SessionManagerTest, HowLockdownWentIsKnownFromTheEndToTheNextStart) {
+    settings.kioskMode.set(true);
+    world.input.setTapsAvailable(false);
+    manager->startSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::asWished) << "nothing has ended yet";
+    manager->endSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::never);
+    manager->startSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::asWished);
+    world.input.setTapsAvailable(true);
+    world.time.advance(2);
+    manager->endSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::partly);
+    manager->startSession();
+    manager->endSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::asWished);
+}
+
+TEST_F(SessionManagerTest, ASessionThatLosesItsKeyboardHadLockdownForAPart) {
+    settings.kioskMode.set(true);
+    manager->startSession();
+    world.input.setTapsAvailable(false);
+    world.input.disableTaps(EventType::tapDisabledByUserInput);
+    EXPECT_TRUE(manager->isLockdownMissing());
+    manager->endSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::partly);
+}
+
+TEST_F(SessionManagerTest, WithoutLockdownNothingIsMissingAndAllWentAsWished) {
+    world.input.setTapsAvailable(false);
+    manager->startSession();
+    EXPECT_FALSE(manager->isLockdownMissing());
+    manager->endSession();
+    EXPECT_EQ(manager->lastLockdown(), LockdownOutcome::asWished);
+}
+
 TEST_F(SessionManagerTest, TheSharedManagerIsTheOneThatLives) {
     EXPECT_EQ(&SessionManager::shared(), manager.get());
     const auto newer = std::make_shared<SessionManager>(settings, platform);

@@ -44,10 +44,19 @@ void SettingsView::onDisappear() {
     m_shortcutRecorder->stopRecordingShortcut();
 }
 
+// While a session runs nobody sees this window, and each key is a change.
+void SettingsView::sessionWillChange() {
+    if (m_sessionManager->isSessionActive()) {
+        return;
+    }
+    sendObjectWillChange();
+    endForgottenRecording();
+}
+
 // A recording that was forgotten when the shortcut started a session would eat the password on the way out. None
 // outlives a session either.
-void SettingsView::sessionWillChange() {
-    if (!m_sessionManager->isSessionActive() && m_shortcutRecorder->isRecordingShortcut()) {
+void SettingsView::endForgottenRecording() {
+    if (m_shortcutRecorder->isRecordingShortcut()) {
         m_shortcutRecorder->stopRecordingShortcut();
     }
 }
@@ -103,7 +112,25 @@ bool SettingsView::showsColorPickers() const {
 }
 
 std::vector<std::string> SettingsView::notices() const {
-    return m_platform.notices.notices();
+    auto notices = m_platform.notices.notices();
+    if (const auto notice = lastLockdownNotice(); !notice.empty()) {
+        notices.emplace_back(notice);
+    }
+    return notices;
+}
+
+std::string_view SettingsView::lastLockdownNotice() const {
+    switch (m_sessionManager->lastLockdown()) {
+    case LockdownOutcome::partly:
+        return "Lockdown Mode was not in force for a part of the last session: Tapalong could not get the keyboard for "
+               "itself, perhaps because of an open menu or another program. Keys may have reached other programs.";
+    case LockdownOutcome::never:
+        return "Lockdown Mode was not in force in the last session: Tapalong could not get the keyboard for itself, "
+               "perhaps because of an open menu or another program. Keys may have reached other programs.";
+    case LockdownOutcome::asWished:
+        break;
+    }
+    return {};
 }
 
 Color SettingsView::customFG() const {

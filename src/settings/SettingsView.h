@@ -45,7 +45,8 @@ public:
     [[nodiscard]] bool showsPasswordWarning() const;
     [[nodiscard]] bool showsSoundPicker() const;
     [[nodiscard]] bool showsColorPickers() const;
-    /// Troubles of the desktop, each a sentence.
+    /// What the parent should know: troubles of the desktop, and a last session without its Lockdown Mode. Each is a
+    /// few sentences.
     [[nodiscard]] std::vector<std::string> notices() const;
 
     [[nodiscard]] Color customFG() const;
@@ -70,6 +71,8 @@ public:
 
 private:
     void sessionWillChange();
+    void endForgottenRecording();
+    [[nodiscard]] std::string_view lastLockdownNotice() const;
     void watchForGrant(const std::shared_ptr<std::optional<TimerToken>>& watcher);
 
     const std::shared_ptr<SessionManager> m_sessionManager;

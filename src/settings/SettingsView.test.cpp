@@ -234,6 +234,42 @@ TEST_F(SettingsViewTest, TroublesOfTheDesktopAreShown) {
     EXPECT_EQ(view->notices(), std::vector<std::string>{"The disk is full."});
 }
 
+TEST_F(SettingsViewTest, ASessionWithoutItsLockdownIsSaidAfterwardsUntilTheNextOne) {
+    const auto session = [this] {
+        manager->startSession();
+        world.time.advance(3);
+        manager->endSession();
+    };
+    settings.kioskMode.set(true);
+    world.input.setTapsAvailable(false);
+    session();
+    ASSERT_EQ(view->notices().size(), 1U);
+    EXPECT_TRUE(view->notices().front().starts_with("Lockdown Mode was not in force in the last session: "));
+    manager->startSession();
+    world.input.setTapsAvailable(true);
+    world.time.advance(2);
+    manager->endSession();
+    ASSERT_EQ(view->notices().size(), 1U);
+    EXPECT_TRUE(view->notices().front().starts_with("Lockdown Mode was not in force for a part of the last session: "));
+    session();
+    EXPECT_TRUE(view->notices().empty());
+}
+
+TEST_F(SettingsViewTest, TheLastSessionsNoticeComesAfterTheDesktopsAndIsAnnounced) {
+    world.notices.set({"The disk is full."});
+    settings.kioskMode.set(true);
+    world.input.setTapsAvailable(false);
+    manager->startSession();
+    bool announced = false;
+    const auto subscription = view->objectWillChange([&] { announced = true; });
+    world.time.advance(10);
+    EXPECT_FALSE(announced) << "nobody sees the window while a session runs";
+    manager->endSession();
+    EXPECT_TRUE(announced);
+    ASSERT_EQ(view->notices().size(), 2U);
+    EXPECT_EQ(view->notices().front(), "The disk is full.");
+}
+
 TEST_F(SettingsViewTest, ItsControlsAreBoundToTheStoreItWasGiven) {
     EXPECT_EQ(&view->settings(), &settings);
 }

@@ -48,6 +48,10 @@ bool SessionView::showsLockdownNotice() const {
     return !m_settings.kioskMode.get() && m_sessionManager->typedContent().empty();
 }
 
+bool SessionView::showsLockdownWarning() const {
+    return m_sessionManager->isLockdownMissing();
+}
+
 Point SessionView::glowCentre(double width, double height) const {
     const auto corner = m_settings.exitCorner.get();
     const bool left = corner == ScreenCorner::topLeft || corner == ScreenCorner::bottomLeft;

@@ -40,6 +40,8 @@ public:
     /// The overlay on screen, or none. Coming and going are animated; the end of the session simply ends both.
     [[nodiscard]] std::shared_ptr<ExitOverlay> exitOverlay() const { return m_exitOverlay.get(); }
     [[nodiscard]] bool showsLockdownNotice() const;
+    /// The line that says that Lockdown Mode, though on, is not in force: the keyboard could not be had, or was lost.
+    [[nodiscard]] bool showsLockdownWarning() const;
     /// The glow's centre in a view of that size, y growing downwards.
     [[nodiscard]] Point glowCentre(double width, double height) const;
 

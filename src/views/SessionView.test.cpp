@@ -35,6 +35,21 @@ struct SessionViewTest : SettingsFixture {
     void postShow() { world.notificationCenter.post(showExitOverlayNotification); }
 };
 
+TEST_F(SessionViewTest, TheWarningStandsWhileAWantedLockdownIsMissing) {
+    EXPECT_FALSE(view->showsLockdownWarning()) << "a session without lockdown has the notice";
+    manager->endSession();
+    settings.kioskMode.set(true);
+    world.input.setTapsAvailable(false);
+    manager->startSession();
+    EXPECT_TRUE(view->showsLockdownWarning());
+    EXPECT_FALSE(view->showsLockdownNotice());
+    pressAndLook(keyA);
+    EXPECT_TRUE(view->showsLockdownWarning()) << "typing does not make it go";
+    world.input.setTapsAvailable(true);
+    world.time.advance(2);
+    EXPECT_FALSE(view->showsLockdownWarning());
+}
+
 TEST_F(SessionViewTest, AppearingObservesTheOverlayAndStartsTheBlinkingOnce) {
     const auto other = std::make_shared<SessionView>(manager, settings, platform);
     EXPECT_EQ(effectsOf(world,

@@ -1,5 +1,6 @@
 #include "random/Comparison.h"
 
+#include "lockdown/KioskManager.h"
 #include "random/Model.h"
 #include "scenarios/runner/SimulatedApplication.h"
 #include "session/EmojiPool.h"
@@ -73,6 +74,26 @@ void compareSession(Finding& finding, const SimulatedApplication& application, c
     }
 }
 
+// What the session says of its lockdown is what the keyboard is like, and afterwards what it was like.
+void compareLockdown(Finding& finding, SimulatedApplication& application, const Model& model) {
+    const auto& manager = application.manager();
+    if (const auto* kiosk = manager.kioskManager(); kiosk != nullptr && model.session) {
+        const bool inForce = kiosk->lockdown() == Lockdown::inForce;
+        finding.equal("lockdown wanted", kiosk->lockdown() != Lockdown::off, model.session->kiosk);
+        finding.equal("lockdown said to be in force, and the tap", inForce, application.platform.input.isTapInForce());
+    }
+    finding.equal("lockdown missing", manager.isLockdownMissing(), model.isLockdownMissing());
+    if (const auto view = application.sessionView()) {
+        finding.equal("warning shown", view->showsLockdownWarning(), model.isLockdownMissing());
+    }
+    const auto expected = !model.lastLockdownWasMissing  ? LockdownOutcome::asWished
+                          : model.lastLockdownWasInForce ? LockdownOutcome::partly
+                                                         : LockdownOutcome::never;
+    finding.equal("how lockdown went", static_cast<int>(manager.lastLockdown()), static_cast<int>(expected));
+    finding.equal("notices of the settings window", application.settingsView().notices().size(),
+                  std::size_t{expected == LockdownOutcome::asWished ? 0U : 1U});
+}
+
 void compareOverlay(Finding& finding, const SimulatedApplication& application, const Model& model) {
     const auto shown = application.overlay();
     const auto* expected = model.overlay();
@@ -99,7 +120,7 @@ void compareDesktop(Finding& finding, SimulatedApplication& application, const M
     finding.equal("observers", platform.notificationCenter.observerCount(), std::size_t{active ? 3U : 0U});
     const bool tap = active && model.session->tap;
     finding.equal("taps", platform.input.tapCount(), std::size_t{tap ? 1U : 0U});
-    finding.equal("tap in force", platform.input.isTapInForce(), tap);
+    finding.equal("tap in force", platform.input.isTapInForce(), tap && model.session->isTapInForce());
     finding.equal("pending fingerprints", platform.biometrics.pendingCount(), model.pendingFingers.size());
     const auto& effects = platform.effects.all();
     const auto plays = std::count_if(effects.begin(), effects.end(),
@@ -124,6 +145,7 @@ void compareSettings(Finding& finding, SimulatedApplication& application, const 
 std::optional<std::string> differenceBetween(SimulatedApplication& application, const Model& model) {
     Finding finding;
     compareSession(finding, application, model);
+    compareLockdown(finding, application, model);
     compareContent(finding, application, model);
     compareOverlay(finding, application, model);
     compareDesktop(finding, application, model);

@@ -62,7 +62,7 @@ Receiver Model::deliver(const Event& event) {
 }
 
 bool Model::tapTakes(const Event& event) {
-    if (!session || !session->tap || (breaks(Broken::overlayStopsTheTap) && session->overlay)) {
+    if (!session || !session->isTapInForce() || (breaks(Broken::overlayStopsTheTap) && session->overlay)) {
         return false;
     }
     switch (typeOf(event)) {

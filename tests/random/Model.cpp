@@ -75,6 +75,13 @@ void Model::applyToDesktop(const Event& event) {
         break;
     case Kind::tapsAvailable:
         tapsAvailable = event.on;
+        if (session && tapsAvailable) {
+            session->tapIsLost = false;
+        }
+        noteLockdown();
+        break;
+    case Kind::disableTap:
+        loseTap();
         break;
     case Kind::permission:
         trusted = event.on;
@@ -101,7 +108,7 @@ void Model::applyToDesktop(const Event& event) {
             restart();
         }
         break;
-    default: // a tap that is taken away is had again at once
+    default:
         break;
     }
 }
@@ -161,6 +168,7 @@ void Model::startSession() {
         palette = 0;
     }
     localMonitors.push_back(MonitorKind::session);
+    lastLockdownWasMissing = lastLockdownWasInForce = false;
     if (session->kiosk) {
         installTap();
     }
@@ -174,12 +182,39 @@ void Model::installTap() {
     } else if (!breaks(Broken::refusedTapIsNotTriedAgain)) {
         session->tapTriedAgainAt = now + 2;
     }
+    noteLockdown();
+}
+
+// Taken away it is had again at once, unless another program has the keyboard by now.
+void Model::loseTap() {
+    if (session && session->isTapInForce() && !tapsAvailable) {
+        session->tapIsLost = true;
+        ++milestones.tapsLost;
+        noteLockdown();
+    }
+}
+
+bool Model::isLockdownMissing() const {
+    const bool isInForce =
+        breaks(Broken::lostTapCountsAsInForce) ? session && session->tap : session && session->isTapInForce();
+    return session && session->kiosk && !isInForce;
+}
+
+void Model::noteLockdown() {
+    if (session && session->kiosk) {
+        (isLockdownMissing() ? session->lockdownWasMissing : session->lockdownWasInForce) = true;
+    }
 }
 
 void Model::endSession() {
     if (!session) {
         return;
     }
+    if (!breaks(Broken::lockdownIsForgottenAtTheEnd)) {
+        lastLockdownWasMissing = session->lockdownWasMissing;
+        lastLockdownWasInForce = session->lockdownWasInForce;
+    }
+    milestones.sessionsWithoutLockdown += session->lockdownWasMissing ? 1 : 0;
     session.reset();
     stopRecording();
     std::erase(localMonitors, MonitorKind::session);
@@ -211,6 +246,8 @@ void Model::restart() {
     content.clear();
     recentEmoji.clear();
     deleteHeldSince.reset();
+    lastLockdownWasMissing = fresh.lastLockdownWasMissing;
+    lastLockdownWasInForce = fresh.lastLockdownWasInForce;
     palette = fresh.palette;
     localMonitors = fresh.localMonitors;
     pendingFingers.clear();

@@ -32,8 +32,10 @@ enum class Broken : std::uint8_t {
     dwellRestartsWithinTheCorner,
     refusedTapIsNotTriedAgain,
     deletesAreSilent,
+    lostTapCountsAsInForce,
+    lockdownIsForgottenAtTheEnd,
 };
-inline constexpr int brokenRules = static_cast<int>(Broken::deletesAreSilent);
+inline constexpr int brokenRules = static_cast<int>(Broken::lockdownIsForgottenAtTheEnd);
 
 /// What the whole application must be like after each event, told anew and as plainly as possible: no observers, no
 /// monitors' handlers, no queues. Times are those of the simulated clock.
@@ -60,11 +62,13 @@ public:
         bool kiosk = false;
         ScreenCorner corner{};
         double dwell = 0, nextPoll = 0, nextWatch = 0;
-        bool audible = false, inCorner = false, tap = false;
+        bool audible = false, inCorner = false, tap = false, tapIsLost = false;
+        bool lockdownWasMissing = false, lockdownWasInForce = false;
         std::optional<double> dwellEnds{}, tapTriedAgainAt{};
         std::shared_ptr<Overlay> overlay{};
         std::uint64_t number = 0;
 
+        [[nodiscard]] bool isTapInForce() const { return tap && !tapIsLost; }
         [[nodiscard]] Point middleOfCorner() const;
     };
 
@@ -75,8 +79,9 @@ public:
 
     /// How often something worth testing was reached.
     struct Milestones {
-        std::uint64_t trims = 0, trimsAtLineBreaks = 0, wipes = 0, tenthDraws = 0, tapsHadLater = 0, recordings = 0,
-                      shortcutStarts = 0, passwordEnds = 0, fingerEnds = 0, longestText = 0;
+        std::uint64_t trims = 0, trimsAtLineBreaks = 0, wipes = 0, tenthDraws = 0, tapsHadLater = 0, tapsLost = 0,
+                      recordings = 0, shortcutStarts = 0, passwordEnds = 0, fingerEnds = 0, longestText = 0,
+                      sessionsWithoutLockdown = 0;
     };
 
     enum class MonitorKind : std::uint8_t { shortcut, recorder, session };
@@ -89,6 +94,8 @@ public:
     [[nodiscard]] const Overlay* overlay() const { return session ? session->overlay.get() : nullptr; }
     [[nodiscard]] bool isRecording() const;
     [[nodiscard]] std::size_t timers() const;
+    /// Lockdown Mode is wanted and not in force.
+    [[nodiscard]] bool isLockdownMissing() const;
 
     Settings settings;
     std::optional<Session> session;
@@ -98,6 +105,7 @@ public:
     std::optional<double> deleteHeldSince;
     std::int64_t palette = 0;
     int soundsPlayed = 0; ///< by the last event
+    bool lastLockdownWasMissing = false, lastLockdownWasInForce = false;
     Milestones milestones;
 
     std::vector<MonitorKind> localMonitors{MonitorKind::shortcut}; ///< oldest first
@@ -122,6 +130,8 @@ private:
     void startSession();
     void endSession();
     void installTap();
+    void loseTap();
+    void noteLockdown();
     void showSettings();
     void stopRecording();
     void restart();

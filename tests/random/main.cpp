@@ -47,7 +47,8 @@ bool hasReachedAll(const RandomSession& session) {
     return counts.processes > 1 && counts.sessions > 10 && counts.overlays > 10 && counts.waysOut > 10 &&
            counts.waysOutOfCopies > 100 && counts.byKind.size() == eventKinds && reached.trims > 0 &&
            reached.trimsAtLineBreaks > 0 && reached.wipes > 0 && reached.tenthDraws > 0 && reached.tapsHadLater > 0 &&
-           reached.recordings > 0 && reached.shortcutStarts > 0 && reached.passwordEnds > 0 && reached.fingerEnds > 0;
+           reached.tapsLost > 0 && reached.sessionsWithoutLockdown > 0 && reached.recordings > 0 &&
+           reached.shortcutStarts > 0 && reached.passwordEnds > 0 && reached.fingerEnds > 0;
 }
 
 int explore(std::uint64_t seed, std::uint64_t events) {
@@ -63,7 +64,8 @@ int explore(std::uint64_t seed, std::uint64_t events) {
               << counts.waysOut << " times, and in a copy of the process " << counts.waysOutOfCopies << " times\n"
               << reached.trims << " trims, " << reached.trimsAtLineBreaks << " of them at a line break; "
               << reached.longestText << " characters at most; " << reached.wipes << " wipes; " << reached.tenthDraws
-              << " tenth draws; " << reached.tapsHadLater << " taps had later; " << reached.recordings
+              << " tenth draws; " << reached.tapsHadLater << " taps had later, " << reached.tapsLost << " lost; "
+              << reached.sessionsWithoutLockdown << " sessions without their lockdown; " << reached.recordings
               << " recordings; " << reached.shortcutStarts << " starts by shortcut; " << reached.passwordEnds
               << " ends by password, " << reached.fingerEnds << " by finger\n";
     if (difference) {

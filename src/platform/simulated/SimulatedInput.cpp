@@ -46,8 +46,14 @@ std::optional<TapHandle> SimulatedInput::createTap(TapLocation location, TapPlac
 void SimulatedInput::enableTap(TapHandle tap, bool enable) {
     m_effects.record(enable ? "tap.enable" : "tap.disable");
     if (const auto found = m_taps.find(tap); found != m_taps.end()) {
-        found->second.enabled = enable;
+        found->second.enabled = enable && m_tapsAvailable;
+        found->second.refused = enable && !m_tapsAvailable;
     }
+}
+
+bool SimulatedInput::isTapEnabled(TapHandle tap) const {
+    const auto found = m_taps.find(tap);
+    return found != m_taps.end() && found->second.enabled;
 }
 
 RunLoopSource SimulatedInput::createRunLoopSource(TapHandle tap) {
@@ -118,10 +124,21 @@ SimulatedInput::Receiver SimulatedInput::deliver(const InputEvent& event, bool t
 }
 
 void SimulatedInput::disableTaps(EventType notification) {
+    tellTaps(notification, &Tap::enabled);
+}
+
+void SimulatedInput::setTapsAvailable(bool available) {
+    m_tapsAvailable = available;
+    if (available) {
+        tellTaps(EventType::tapDisabledByUserInput, &Tap::refused);
+    }
+}
+
+// Clears the flag of those that have it, and tells them.
+void SimulatedInput::tellTaps(EventType notification, bool Tap::*whichOnes) {
     std::vector<Callback> callbacks;
     for (auto& [handle, tap] : m_taps) {
-        if (tap.enabled) {
-            tap.enabled = false;
+        if (std::exchange(tap.*whichOnes, false)) {
             callbacks.push_back(tap.callback);
         }
     }

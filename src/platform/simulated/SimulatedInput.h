@@ -27,6 +27,7 @@ public:
     [[nodiscard]] std::optional<TapHandle> createTap(TapLocation location, TapPlacement placement, TapOptions options,
                                                      EventMask eventsOfInterest, Callback callback) override;
     void enableTap(TapHandle tap, bool enable) override;
+    [[nodiscard]] bool isTapEnabled(TapHandle tap) const override;
     [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle tap) override;
     void addSource(RunLoopSource source) override;
     void removeSource(RunLoopSource source) override;
@@ -36,8 +37,9 @@ public:
     /// The system takes every enabled tap away, and tells it.
     void disableTaps(EventType notification);
 
-    /// Whether createTap succeeds: another program may hold the keyboard. On by default.
-    void setTapsAvailable(bool available) { m_tapsAvailable = available; }
+    /// Whether the keyboard can be had, or another program holds it: then no tap is created, and none that was taken
+    /// away is enabled again until it is available. On by default.
+    void setTapsAvailable(bool available);
     /// While a secure field has focus, keys are kept from taps and global monitors. Off by default.
     void setSecureInput(bool secure) { m_secureInput = secure; }
     /// What the focused field of our window does with a key that nobody consumed.
@@ -53,11 +55,13 @@ private:
         EventMask mask = 0;
         Callback callback;
         bool enabled = false;
+        bool refused = false; ///< to be enabled, but the keyboard could not be had
         bool onRunLoop = false;
         std::optional<RunLoopSource> source{};
     };
 
     [[nodiscard]] bool keepsFromTaps(const InputEvent& event) const;
+    void tellTaps(EventType notification, bool Tap::*whichOnes);
     [[nodiscard]] Verdict offerToTaps(const InputEvent& event);
 
     EffectLog& m_effects;

@@ -113,6 +113,39 @@ TEST_F(SimulatedInputTest, ATakenTapIsToldAndStaysDisabledUntilItIsEnabledAgain)
     EXPECT_TRUE(input.isTapInForce());
 }
 
+TEST_F(SimulatedInputTest, ATapIsEnabledBetweenEnablingAndDisabling) {
+    const auto tap = createTap('t', Verdict::pass).value();
+    EXPECT_FALSE(input.isTapEnabled(tap));
+    input.enableTap(tap, true);
+    EXPECT_TRUE(input.isTapEnabled(tap));
+    input.enableTap(tap, false);
+    EXPECT_FALSE(input.isTapEnabled(tap));
+}
+
+TEST_F(SimulatedInputTest, ATapThatIsRefusedItsKeyboardIsToldWhenItMayBeHad) {
+    const auto tap = install('t', Verdict::pass);
+    input.disableTaps(EventType::tapDisabledByUserInput);
+    input.setTapsAvailable(false);
+    seen.clear();
+    input.enableTap(tap, true);
+    EXPECT_FALSE(input.isTapEnabled(tap));
+    EXPECT_EQ(seen, "");
+    input.setTapsAvailable(true);
+    EXPECT_EQ(seen, "t");
+    EXPECT_FALSE(input.isTapEnabled(tap)) << "it is told, and enables itself";
+    input.setTapsAvailable(true);
+    EXPECT_EQ(seen, "t") << "told once";
+}
+
+TEST_F(SimulatedInputTest, ATapThatWasGivenUpIsToldNothing) {
+    const auto tap = install('t', Verdict::pass);
+    input.setTapsAvailable(false);
+    input.enableTap(tap, true);
+    input.enableTap(tap, false);
+    input.setTapsAvailable(true);
+    EXPECT_EQ(seen, "");
+}
+
 TEST_F(SimulatedInputTest, NoTapComesWhileAnotherProgramHoldsTheKeyboard) {
     input.setTapsAvailable(false);
     EXPECT_EQ(createTap('t', Verdict::consume), std::nullopt);
@@ -125,6 +158,7 @@ TEST_F(SimulatedInputTest, HandlesOfATapThatIsGoneMeanNothing) {
     input.enableTap(tap, true);
     input.addSource(input.createRunLoopSource(tap));
     EXPECT_FALSE(input.isTapInForce());
+    EXPECT_FALSE(input.isTapEnabled(tap));
 }
 
 TEST_F(SimulatedInputTest, EveryCallIsRecorded) {

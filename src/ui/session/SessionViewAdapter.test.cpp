@@ -30,6 +30,14 @@ struct SessionWindowTest : testing::Test {
         }
         return nullptr;
     }
+    QQuickItem* typingArea() {
+        for (auto* candidate : allItems(*gui.window)) {
+            if (candidate->inherits("QQuickFlickable")) {
+                return candidate;
+            }
+        }
+        return nullptr;
+    }
     void typeKey(const char* text) {
         gui.desktop.send(simulated::keyEvent(0, 0, text));
         gui.desktop.time.drain();
@@ -76,10 +84,7 @@ TEST_F(SessionWindowTest, NoticeIsThereUntilSomethingIsTypedAndWithLockdownNever
 }
 
 TEST_F(SessionWindowTest, TypingAndDeletingPastTheBottomKeepTheEndInSight) {
-    QQuickItem* area = nullptr;
-    for (auto* candidate : allItems(*gui.window)) {
-        area = candidate->inherits("QQuickFlickable") ? candidate : area;
-    }
+    const auto* area = typingArea();
     ASSERT_NE(area, nullptr);
     const auto bottom = [area] { return area->property("contentY").toDouble() + area->height(); };
     const auto end = [area] { return area->property("contentHeight").toDouble(); };
@@ -101,6 +106,36 @@ TEST_F(SessionWindowTest, TypingAndDeletingPastTheBottomKeepTheEndInSight) {
         EXPECT_EQ(bottom(), end());
     }
     EXPECT_LT(end(), longest);
+}
+
+TEST_F(SessionWindowTest, WarningStandsBelowTheTextWhileLockdownIsMissing) {
+    constexpr auto warning = "Lockdown Mode is not in force: Tapalong could not get the keyboard for itself. "
+                             "Keys may reach other programs.";
+    EXPECT_EQ(item(warning), nullptr);
+    gui.app.sessionManager().endSession();
+    gui.app.settings().kioskMode.set(true);
+    gui.desktop.input.setTapsAvailable(false);
+    view = std::dynamic_pointer_cast<SessionView>(gui.startSession());
+    gui.open(view, {1366, 768});
+    ASSERT_NE(item(warning), nullptr);
+    EXPECT_EQ(item("Lockdown Mode is off"), nullptr);
+    const auto* line = item(warning)->parentItem()->parentItem();
+    const auto top = line->mapToScene({0, 0}).y();
+    EXPECT_GE(line->mapToScene({0, 0}).x(), SessionView::glowRadius) << "the corner's glow is covered";
+    for (int i = 0; i < 40; ++i) {
+        gui.desktop.send(simulated::keyEvent(36));
+    }
+    gui.desktop.time.drain();
+    turn();
+    const auto* area = typingArea();
+    ASSERT_NE(area, nullptr);
+    EXPECT_LE(area->mapToScene({0, area->height()}).y(), top) << "the newest line is covered";
+    gui.desktop.input.setTapsAvailable(true);
+    gui.desktop.time.advance(2);
+    turn();
+    EXPECT_EQ(item(warning), nullptr);
+    EXPECT_EQ(area->height(), 768);
+    EXPECT_EQ(area->property("contentY").toDouble(), area->property("contentHeight").toDouble() - 768);
 }
 
 TEST_F(SessionWindowTest, GlowFollowsTheCorner) {

@@ -14,6 +14,7 @@ Flickable {
     contentWidth: width
     contentHeight: bottom.y + bottom.height
     boundsBehavior: Flickable.StopAtBounds
+    onHeightChanged: scrollToBottom()
 
     Connections {
         target: area.view

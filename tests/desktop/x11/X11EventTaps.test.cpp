@@ -250,9 +250,9 @@ TEST_F(X11EventTapsTest, TapThatIsReenabledWhileTheKeyboardIsElsewhereIsToldUnti
     while (!other.grabKeyboard()) {
     }
     ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) >= 2; }));
-    EXPECT_FALSE(taps.holdsInput());
+    EXPECT_FALSE(taps.isTapEnabled(*tap));
     other.ungrabKeyboard();
-    ASSERT_TRUE(spinUntil([&] { return taps.holdsInput(); }));
+    ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
 }
 
 TEST_F(X11EventTapsTest, CutConnectionIsReported) {
@@ -265,7 +265,7 @@ TEST_F(X11EventTapsTest, CutConnectionIsReported) {
     xcb_kill_client(other.xcb(), anything);
     other.sync();
     ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == 1; }));
-    EXPECT_FALSE(taps.holdsInput());
+    EXPECT_FALSE(taps.isTapEnabled(*tap));
     EXPECT_TRUE(other.grabKeyboard());
 }
 

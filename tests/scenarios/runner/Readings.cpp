@@ -1,5 +1,6 @@
 #include "scenarios/runner/Readings.h"
 
+#include "lockdown/KioskManager.h"
 #include "scenarios/runner/Player.h"
 #include "scenarios/runner/Settings.h"
 #include "session/RainbowColors.h"
@@ -74,6 +75,23 @@ std::string receiver(Player& player) {
     return last ? names.at(static_cast<std::size_t>(*last)) : "nobody";
 }
 
+std::string lockdown(Player& player) {
+    const auto* kiosk = player.application().manager().kioskManager();
+    if (kiosk == nullptr) {
+        return "no kiosk manager";
+    }
+    constexpr std::array names{"off", "missing", "in force"};
+    return names.at(static_cast<std::size_t>(kiosk->lockdown()));
+}
+
+std::string notices(Player& player) {
+    std::string all;
+    for (const auto& notice : player.application().settingsView().notices()) {
+        all.append(all.empty() ? "" : " | ").append(notice.substr(0, notice.find(':')));
+    }
+    return all;
+}
+
 std::string glow(const SessionView& view) {
     const auto centre = view.glowCentre(1920, 1080);
     return formatted("%g %g", centre.x, centre.y);
@@ -99,7 +117,9 @@ const std::map<std::string_view, Reader>& sessionReaders() {
         {"sound engine", [](Player& p) { return yesNo(p.application().manager().soundEngine() != nullptr); }},
         {"session window", [](Player& p) { return either(p.application().sessionView() != nullptr, "shown", "none"); }},
         {"notice", ofView([](const SessionView& v) { return either(v.showsLockdownNotice(), "shown", "hidden"); })},
+        {"warning", ofView([](const SessionView& v) { return either(v.showsLockdownWarning(), "shown", "hidden"); })},
         {"glow", ofView(glow)},
+        {"lockdown", lockdown},
         {"overlay", [](Player& p) { return either(p.application().overlay() != nullptr, "shown", "hidden"); }},
         {"field", ofOverlay([](const ExitOverlay& o) { return o.password(); })},
         {"field focused", ofOverlay([](const ExitOverlay& o) { return yesNo(o.isPasswordFocused()); })},
@@ -136,6 +156,7 @@ const std::map<std::string_view, Reader>& settingsReaders() {
     static const std::map<std::string_view, Reader> readers{
         {"settings window",
          [](Player& p) { return either(p.application().platform.desktop.isSceneOpen(), "open", "closed"); }},
+        {"notices", notices},
         {"badge", [](Player& p) { return p.application().settingsView().shortcutRecorder().shortcutDisplayString(); }},
         {"recording",
          [](Player& p) { return yesNo(p.application().settingsView().shortcutRecorder().isRecordingShortcut()); }},

@@ -12,6 +12,7 @@ public:
         return std::nullopt;
     }
     void enableTap(TapHandle, bool) override {}
+    [[nodiscard]] bool isTapEnabled(TapHandle) const override { return false; }
     [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle) override { return {}; }
     void addSource(RunLoopSource) override {}
     void removeSource(RunLoopSource) override {}

@@ -92,6 +92,11 @@ void X11EventTaps::enableTap(TapHandle handle, bool enable) {
     }
 }
 
+bool X11EventTaps::isTapEnabled(TapHandle handle) const {
+    const auto tap = find(static_cast<std::uint64_t>(handle));
+    return tap && tap->isEnabled && holdsInput();
+}
+
 RunLoopSource X11EventTaps::createRunLoopSource(TapHandle tap) {
     return static_cast<RunLoopSource>(static_cast<std::uint64_t>(tap));
 }
@@ -246,8 +251,9 @@ bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message,
     if (kindOf(event) == XCB_FOCUS_OUT) {
         return as<xcb_focus_out_event_t>(event).mode == XCB_NOTIFY_MODE_GRAB;
     }
-    if (isEndOfPointerGrab(event)) {
-        (void)m_pointerGrab.take();
+    if (isEndOfPointerGrab(event) && !m_pointerGrab.take()) {
+        inputIsLost(); // another program was quicker
+        return false;
     }
     if (isWheelRelease(event, m_connection.xinputOpcode())) {
         return true;

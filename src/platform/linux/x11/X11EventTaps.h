@@ -23,7 +23,7 @@ namespace tapalong {
 /// nobody: X cannot hand a grabbed key on. The wheel and all buttons but left and right are offered too, wherever the
 /// pointer is; left and right clicks and motion reach our own windows as ever, and other programs' not at all.
 ///
-/// When the server takes the keyboard away, or refuses it to a tap that is being enabled again, the taps are told
+/// When the server takes keyboard or pointer away for good, or refuses them to a tap that is being enabled again, the taps are told
 /// tapDisabledByUserInput; for a refusal again and again, a few times a second, until it is had or given up.
 class X11EventTaps final : public EventTaps, private QAbstractNativeEventFilter {
 public:
@@ -35,6 +35,7 @@ public:
     [[nodiscard]] std::optional<TapHandle> createTap(TapLocation location, TapPlacement placement, TapOptions options,
                                                      EventMask eventsOfInterest, Callback callback) override;
     void enableTap(TapHandle handle, bool enable) override;
+    [[nodiscard]] bool isTapEnabled(TapHandle handle) const override;
     [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle tap) override;
     void addSource(RunLoopSource source) override;
     void removeSource(RunLoopSource source) override;
