@@ -14,6 +14,7 @@ namespace tapalong {
 class Accessibility;
 class EventMonitors;
 class EventTaps;
+class KeyboardLocks;
 class NoticeBoard;
 
 /// What the display systems do each in their own way: input, and the windows that must hold against the desktop.
@@ -24,6 +25,7 @@ public:
     [[nodiscard]] virtual Accessibility& accessibility() = 0;
     [[nodiscard]] virtual EventMonitors& eventMonitors() = 0;
     [[nodiscard]] virtual EventTaps& eventTaps() = 0;
+    [[nodiscard]] virtual KeyboardLocks& keyboardLocks() = 0;
 
     /// In the toolkit's screen coordinates; none while nobody knows.
     [[nodiscard]] virtual std::optional<QPointF> pointer() const = 0;

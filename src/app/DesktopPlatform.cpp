@@ -25,6 +25,7 @@ Platform DesktopPlatform::platform() {
             .biometrics = m_biometrics,
             .eventMonitors = m_input->eventMonitors(),
             .eventTaps = m_input->eventTaps(),
+            .keyboardLocks = m_input->keyboardLocks(),
             .mainQueue = m_mainQueue,
             .notificationCenter = m_notificationCenter,
             .notices = m_notices,

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] Accessibility& accessibility() override { return m_accessibility; }
     [[nodiscard]] EventMonitors& eventMonitors() override { return m_eventMonitors; }
     [[nodiscard]] EventTaps& eventTaps() override { return m_eventTaps; }
+    [[nodiscard]] KeyboardLocks& keyboardLocks() override { return m_eventMonitors.keyboardLocks(); }
     [[nodiscard]] std::optional<QPointF> pointer() const override { return m_seenPointer.position(); }
     void secureFieldFocused(QObject*) override {} // without taps every key is the field's own
     void describeWindows(WindowTraits& traits) override;

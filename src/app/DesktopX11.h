@@ -6,6 +6,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11EventTaps.h"
+#include "platform/linux/x11/X11KeyboardLocks.h"
 #include "platform/linux/x11/X11WindowKeeper.h"
 
 namespace tapalong {
@@ -17,6 +18,7 @@ public:
     [[nodiscard]] Accessibility& accessibility() override { return m_accessibility; }
     [[nodiscard]] EventMonitors& eventMonitors() override { return m_eventMonitors; }
     [[nodiscard]] EventTaps& eventTaps() override { return m_eventTaps; }
+    [[nodiscard]] KeyboardLocks& keyboardLocks() override { return m_keyboardLocks; }
     [[nodiscard]] std::optional<QPointF> pointer() const override;
     void secureFieldFocused(QObject* field) override { m_secureInput.setSecureField(field); }
     void describeWindows(WindowTraits& traits) override;
@@ -26,6 +28,7 @@ private:
     void keepKeyboard(QWindow& window);
 
     X11Connection m_connection;
+    X11KeyboardLocks m_keyboardLocks{m_connection};
     SecureInput m_secureInput;
     X11EventMonitors m_eventMonitors{m_connection};
     X11EventTaps m_eventTaps{m_connection, m_eventMonitors, m_secureInput};

@@ -3,6 +3,7 @@
 #include "auth/AuthService.h"
 #include "base/WhileAlive.h"
 #include "lockdown/Notifications.h"
+#include "platform/KeyboardLocks.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "settings/SessionSettings.h"
@@ -22,7 +23,8 @@ using Kind = AuthService::AuthResult::Kind;
 ExitOverlay::ExitOverlay(std::function<void()> clearIsPresented, std::function<void()> onAuthenticated,
                          SessionSettings& settings, const Platform& platform)
     : m_clearIsPresented(std::move(clearIsPresented)), m_onAuthenticated(std::move(onAuthenticated)),
-      m_settings(settings), m_platform(platform) {}
+      m_settings(settings), m_platform(platform),
+      m_locksSubscription(platform.keyboardLocks.objectWillChange([this] { sendObjectWillChange(); })) {}
 
 void ExitOverlay::onAppear() {
     const auto begin = [](ExitOverlay& self) {
@@ -37,6 +39,10 @@ void ExitOverlay::onAppear() {
 
 bool ExitOverlay::offersTouchID() const {
     return m_settings.useTouchID.get();
+}
+
+bool ExitOverlay::isCapsLockOn() const {
+    return m_platform.keyboardLocks.isCapsLockOn();
 }
 
 void ExitOverlay::attemptTouchID() {

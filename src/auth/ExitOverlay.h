@@ -33,6 +33,9 @@ public:
     [[nodiscard]] bool isTouchIDEnabled() const { return !m_attemptingTouchID.get(); }
     [[nodiscard]] bool isUnlockEnabled() const { return !password().empty(); }
 
+    /// Letters come out as capitals: the password may look right to who types it, and be wrong.
+    [[nodiscard]] bool isCapsLockOn() const;
+
     [[nodiscard]] const std::string& password() const { return m_password.get(); }
     void setPassword(std::string password) { m_password.set(std::move(password)); }
     [[nodiscard]] const std::string& errorMessage() const { return m_errorMessage.get(); }
@@ -49,6 +52,7 @@ private:
     const std::function<void()> m_onAuthenticated;
     SessionSettings& m_settings;
     const Platform m_platform;
+    const Subscription m_locksSubscription;
     Published<std::string> m_password{*this, {}};
     Published<std::string> m_errorMessage{*this, {}};
     Published<bool> m_attemptingTouchID{*this, false};

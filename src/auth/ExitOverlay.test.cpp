@@ -36,6 +36,17 @@ struct ExitOverlayTest : SettingsFixture {
     }
 };
 
+TEST_F(ExitOverlayTest, CapsLockIsSaidAndItsChangesAreAnnounced) {
+    EXPECT_FALSE(overlay->isCapsLockOn());
+    int announcements = 0;
+    const auto subscription = overlay->objectWillChange([&] { ++announcements; });
+    world.keyboardLocks.setCapsLockOn(true);
+    EXPECT_TRUE(overlay->isCapsLockOn());
+    world.keyboardLocks.setCapsLockOn(false);
+    EXPECT_FALSE(overlay->isCapsLockOn());
+    EXPECT_EQ(announcements, 2);
+}
+
 TEST_F(ExitOverlayTest, WithTouchIDOffItIsNotOfferedAndTheFieldGetsFocusATenthOfASecondAfterAppearing) {
     settings.useTouchID.set(false);
     EXPECT_FALSE(overlay->offersTouchID());

@@ -7,6 +7,7 @@ class Application;
 class Biometrics;
 class EventMonitors;
 class EventTaps;
+class KeyboardLocks;
 class MainQueue;
 class NotificationCenter;
 class Notices;
@@ -25,6 +26,7 @@ struct Platform {
     Biometrics& biometrics;
     EventMonitors& eventMonitors;
     EventTaps& eventTaps;
+    KeyboardLocks& keyboardLocks;
     MainQueue& mainQueue;
     NotificationCenter& notificationCenter;
     Notices& notices;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/KeyboardLocks.h"
 #include "platform/Platform.h"
 #include "platform/simulated/EffectLog.h"
 #include "platform/simulated/SimulatedDesktop.h"
@@ -23,6 +24,7 @@ public:
     EffectLog effects;
     SimulatedTime time;
     SimulatedInput input;
+    KeyboardLocks keyboardLocks;
     SimulatedDesktop desktop;
     SimulatedNotificationCenter notificationCenter;
     SimulatedBiometrics biometrics;

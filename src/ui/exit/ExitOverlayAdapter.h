@@ -20,6 +20,7 @@ class ExitOverlayAdapter final : public tapalong::ViewAdapter {
     VIEW_PROPERTY(bool, offersTouchID, m_overlay->offersTouchID())
     VIEW_PROPERTY(bool, touchIDEnabled, m_overlay->isTouchIDEnabled())
     VIEW_PROPERTY(bool, unlockEnabled, m_overlay->isUnlockEnabled())
+    VIEW_PROPERTY(bool, capsLockOn, m_overlay->isCapsLockOn())
     VIEW_PROPERTY(QString, errorMessage, m_overlay->errorMessage())
     VIEW_PROPERTY(bool, passwordFocused, m_overlay->isPasswordFocused())
     Q_PROPERTY(QString password READ password WRITE setPassword NOTIFY changed FINAL)

@@ -138,6 +138,17 @@ FocusScope {
                 onEdited: panel.overlay.password = secret
                 onReturnPressed: panel.overlay.attemptPassword()
             }
+            Text {
+                text: qsTr("Caps Lock is on")
+                visible: panel.overlay.capsLockOn
+                font.pixelSize: 12
+                color: panel.theme.warningInk
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                Layout.preferredWidth: 260
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
             PanelButton {
                 theme: panel.theme
                 face: panel.overlay.unlockEnabled ? "#1b8239" : "#6c6c78"

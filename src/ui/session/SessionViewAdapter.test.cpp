@@ -180,6 +180,18 @@ TEST_F(SessionWindowTest, WrongPasswordIsSaidAndTheFieldEmptiedAndFocused) {
     EXPECT_FALSE(active());
 }
 
+TEST_F(SessionWindowTest, CapsLockIsSaidWhileItIsOn) {
+    bringUpOverlay();
+    EXPECT_EQ(item("Caps Lock is on"), nullptr);
+    gui.desktop.keyboardLocks.setCapsLockOn(true);
+    turn();
+    EXPECT_NE(item("Caps Lock is on"), nullptr);
+    EXPECT_TRUE(field()->hasActiveFocus());
+    gui.desktop.keyboardLocks.setCapsLockOn(false);
+    turn();
+    EXPECT_EQ(item("Caps Lock is on"), nullptr);
+}
+
 TEST_F(SessionWindowTest, UnlockPressedWithAKeyGivesTheFocusBackToTheField) {
     bringUpOverlay();
     enter("shut");

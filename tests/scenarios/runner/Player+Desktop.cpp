@@ -104,6 +104,10 @@ void Player::secure(Words& words) {
     application().platform.input.setSecureInput(words.nextEither("on", "off"));
 }
 
+void Player::capsLock(Words& words) {
+    application().platform.keyboardLocks.setCapsLockOn(words.nextEither("on", "off"));
+}
+
 void Player::permission(Words& words) {
     application().platform.desktop.trusted = words.nextEither("on", "off");
 }

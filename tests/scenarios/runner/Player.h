@@ -65,6 +65,7 @@ private:
     void tap(Words& words);
     void disable(Words& words);
     void secure(Words& words);
+    void capsLock(Words& words);
     void permission(Words& words);
     void reader(Words& words);
     void finger(Words& words);

@@ -124,6 +124,7 @@ const std::map<std::string_view, Reader>& sessionReaders() {
         {"field", ofOverlay([](const ExitOverlay& o) { return o.password(); })},
         {"field focused", ofOverlay([](const ExitOverlay& o) { return yesNo(o.isPasswordFocused()); })},
         {"error", ofOverlay([](const ExitOverlay& o) { return o.errorMessage(); })},
+        {"caps lock", ofOverlay([](const ExitOverlay& o) { return either(o.isCapsLockOn(), "said", "not said"); })},
         {"unlock", ofOverlay([](const ExitOverlay& o) { return either(o.isUnlockEnabled(), "enabled", "disabled"); })},
         {"touch id", ofOverlay([](const ExitOverlay& o) {
              return o.attemptingTouchID() ? "pending" : either(o.offersTouchID(), "offered", "not offered");

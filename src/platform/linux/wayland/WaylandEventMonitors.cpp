@@ -35,7 +35,11 @@ bool WaylandEventMonitors::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease: {
         const auto key = m_keys.translate(*static_cast<const QKeyEvent*>(event));
-        return key && m_registry.dispatchLocal(*key) == Verdict::consume;
+        if (!key) {
+            return false;
+        }
+        m_keyboardLocks.setCapsLockOn((key->modifierFlags & Modifier::capsLock) != 0);
+        return m_registry.dispatchLocal(*key) == Verdict::consume;
     }
     default:
         return false;

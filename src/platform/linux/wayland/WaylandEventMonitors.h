@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/EventMonitors.h"
+#include "platform/KeyboardLocks.h"
 #include "platform/MonitorRegistry.h"
 #include "platform/linux/wayland/QtKeyEvents.h"
 
@@ -18,11 +19,15 @@ public:
     [[nodiscard]] MonitorToken addGlobalMonitorForEvents(EventMask matching, GlobalHandler handler) override;
     void removeMonitor(MonitorToken token) override;
 
+    /// As the last key in a window of ours left them.
+    [[nodiscard]] KeyboardLocks& keyboardLocks() { return m_keyboardLocks; }
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     MonitorRegistry m_registry;
     QtKeyEvents m_keys;
+    KeyboardLocks m_keyboardLocks;
 };
 
 } // namespace tapalong

@@ -131,6 +131,17 @@ TEST_F(WaylandEventMonitorsTest, ModifierReleasedElsewhereIsForgottenWithTheFocu
     EXPECT_EQ(flagsSeen(), (std::vector<ModifierFlags>{Modifier::shift, 0}));
 }
 
+TEST_F(WaylandEventMonitorsTest, TheLockIsKnownFromTheKeys) {
+    press(aKey, "A", {}, nativeLock);
+    EXPECT_TRUE(monitors.keyboardLocks().isCapsLockOn());
+    release(aKey, {}, {}, nativeLock);
+    press(capsLock, {}, {}, nativeLock);
+    release(capsLock, {}, {}, nativeLock);
+    EXPECT_FALSE(monitors.keyboardLocks().isCapsLockOn());
+    press(capsLock);
+    EXPECT_TRUE(monitors.keyboardLocks().isCapsLockOn());
+}
+
 TEST_F(WaylandEventMonitorsTest, CapsLockTellsOnceThatItLocksAndOnceThatItUnlocks) {
     press(capsLock);
     release(capsLock, {}, {}, nativeLock);

@@ -1,0 +1,121 @@
+"""The way out when the keyboard is not as usual."""
+import ctypes
+import ctypes.util
+import unittest
+
+from case import PASSWORD, DesktopCase
+
+# Keys by their place, as the server numbers them.
+PLACES = {"g": 42, "i": 31, "r": 27, "a": 38, "f": 41, "e": 26, "Shift": 50, "CapsLock": 66, "Menu": 135}
+
+
+class Keys:
+    """Presses keys by their place. The usual tool types letters instead, whatever layout and lock it finds."""
+
+    def __init__(self, display):
+        self.x = ctypes.CDLL(ctypes.util.find_library("X11") or "libX11.so.6")
+        self.test = ctypes.CDLL(ctypes.util.find_library("Xtst") or "libXtst.so.6")
+        self.x.XOpenDisplay.restype = ctypes.c_void_p
+        self.display = ctypes.c_void_p(self.x.XOpenDisplay(display.encode()))
+
+    def close(self):
+        self.x.XCloseDisplay(self.display)
+
+    def press(self, *names, held=None):
+        for name in names:
+            if held:
+                self._send(PLACES[held], 1)
+            self._send(PLACES[name], 1)
+            self._send(PLACES[name], 0)
+            if held:
+                self._send(PLACES[held], 0)
+
+    def _send(self, code, down):
+        self.test.XTestFakeKeyEvent(self.display, code, down, ctypes.c_ulong(0))
+        self.x.XSync(self.display, 0)
+
+
+class ExitCase(DesktopCase):
+    def setUp(self):
+        super().setUp()
+        self.keys = Keys(self.desktop.environment["DISPLAY"])
+        self.addCleanup(self.keys.close)
+
+    def enter(self, *names, held=None):
+        self.keys.press(*names, held=held)
+        self.desktop.key("Return")
+
+    def assert_out(self):
+        self.program.wait_gone("Exit Tapalong")
+        self.assert_back_in_settings()
+
+
+class Exit(ExitCase):
+    def tearDown(self):
+        super().tearDown()
+        self.desktop.call(["setxkbmap", "-option", "", "-layout", "us"])
+
+    def caps_lock_is_on(self):
+        return "Caps Lock:   on" in self.desktop.output(["xset", "q"])
+
+    def test_caps_lock_is_said_and_can_be_switched_off_in_the_overlay(self):
+        for lockdown in (True, False):
+            with self.subTest(lockdown=lockdown):
+                self.start_session(kioskMode=lockdown)
+                self.keys.press("CapsLock")  # the child did
+                self.open_overlay()
+                self.program.find("Caps Lock is on")
+                self.enter(*PASSWORD)
+                self.program.find("Incorrect password")
+                self.keys.press("CapsLock")
+                self.program.wait_gone("Caps Lock is on")
+                self.enter(*PASSWORD)
+                self.assert_out()
+                self.program.quit()
+
+    def test_with_caps_lock_on_shift_types_the_password(self):
+        self.start_session(kioskMode=True)
+        self.keys.press("CapsLock")
+        self.addCleanup(lambda: self.caps_lock_is_on() and self.keys.press("CapsLock"))
+        self.open_overlay()
+        self.program.find("Caps Lock is on")
+        self.enter(*PASSWORD, held="Shift")
+        self.assert_out()
+
+    def test_the_layout_is_switched_in_the_session_and_back_in_the_overlay(self):
+        for lockdown in (True, False):
+            with self.subTest(lockdown=lockdown):
+                self.desktop.call(["setxkbmap", "-option", "", "-option", "grp:menu_toggle", "-layout", "us,ru"])
+                self.start_session(kioskMode=lockdown, modifierKeysTypeEmoji=False)
+                self.keys.press("g")
+                self.wait_text("g")
+                self.keys.press("Menu")
+                self.keys.press("g", "f")
+                self.program.wait_for_text(lambda text: text.endswith("па"), "letters of the other layout")
+                self.open_overlay()
+                self.enter(*PASSWORD)
+                self.program.find("Incorrect password")
+                self.keys.press("Menu")
+                self.enter(*PASSWORD)
+                self.assert_out()
+                self.program.quit()
+
+    def test_a_password_of_the_second_layout(self):
+        self.desktop.call(["setxkbmap", "-option", "", "-option", "grp:menu_toggle", "-layout", "us,ru"])
+        self.start_session(kioskMode=True, exitPassword="пшкфаау")
+        self.open_overlay()
+        self.keys.press("Menu")
+        self.enter(*PASSWORD)
+        self.assert_out()
+
+    def test_the_layouts_are_set_anew_while_the_overlay_shows(self):
+        self.desktop.call(["setxkbmap", "-option", "", "-layout", "ru"])
+        self.start_session(kioskMode=True)
+        self.open_overlay()
+        self.desktop.call(["setxkbmap", "-option", "", "-layout", "us"])
+        self.enter(*PASSWORD)
+        self.assert_out()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
