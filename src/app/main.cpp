@@ -5,6 +5,8 @@
 
 #include <QGuiApplication>
 
+#include <sys/resource.h>
+
 #include <cstdlib>
 #include <iostream>
 
@@ -13,6 +15,14 @@ namespace {
 bool hasDisplay() {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+/// The desktop gets everything back when our connections to it end, and they stay open while memory is dumped; nor should
+/// the password lie in a file. One byte is too little for a file, and the kernel takes it for no dump to a pipe either,
+/// which a limit of none would not be.
+void dumpNoMemory() {
+    constexpr rlimit noDump{.rlim_cur = 1, .rlim_max = 1};
+    (void)setrlimit(RLIMIT_CORE, &noDump);
 }
 
 void prepareToolkit() {
@@ -33,6 +43,7 @@ int main(int argc, char* argv[]) {
         std::cerr << "Tapalong needs a graphical desktop: please start it from there.\n";
         return EXIT_FAILURE;
     }
+    dumpNoMemory();
     prepareToolkit();
     QGuiApplication toolkit(argc, argv);
     tapalong::chooseRenderer();

@@ -1,9 +1,11 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace tapalong {
@@ -55,6 +57,9 @@ void X11Connection::dispatchPending() {
         if (const auto lost = std::exchange(m_whenLost, {})) {
             lost();
         }
+        // As the toolkit does when its own connection breaks. A session that looks locked would no longer be. Not from
+        // here: the main loop may not have begun.
+        m_leave.start();
     }
 }
 
@@ -90,6 +95,8 @@ bool X11Connection::setUpXinput() {
 }
 
 void X11Connection::watch() {
+    m_leave.setSingleShot(true);
+    QObject::connect(&m_leave, &QTimer::timeout, &m_leave, [] { QCoreApplication::exit(EXIT_FAILURE); });
     m_notifier.emplace(xcb_get_file_descriptor(xcb()), QSocketNotifier::Read);
     QObject::connect(&*m_notifier, &QSocketNotifier::activated, &m_beforeSleep, [this] { dispatchPending(); });
     // Waiting for a reply reads events too; those would lie in the queue with nothing left on the socket.

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <cstdint>
 #include <functional>
@@ -39,7 +40,7 @@ public:
     /// `listener` gets every event for as long as the result lives.
     [[nodiscard]] std::shared_ptr<Listener> listen(Listener listener);
 
-    /// `lost` runs once, when the connection breaks.
+    /// `lost` runs once, when the connection breaks. The program then leaves the main loop, and has failed.
     void whenLost(std::function<void()> lost) { m_whenLost = std::move(lost); }
 
     /// Core events wanted of the root window besides focus changes, which always arrive.
@@ -67,6 +68,7 @@ private:
     std::function<void()> m_whenLost;
     std::optional<QSocketNotifier> m_notifier;
     QObject m_beforeSleep;
+    QTimer m_leave;
 };
 
 } // namespace tapalong
