@@ -122,10 +122,9 @@ class Desktop:
 
     def run_beside(self, command, **options):
         """Starts a process that ends with the desktop."""
-        options.setdefault("stdout", subprocess.DEVNULL)
-        options.setdefault("stderr", subprocess.DEVNULL)
-        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
-                                   start_new_session=True, **options)
+        for stream in ("stdin", "stdout", "stderr"):
+            options.setdefault(stream, subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=self.environment, start_new_session=True, **options)
         self.processes.append(process)
         return process
 

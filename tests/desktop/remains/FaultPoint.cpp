@@ -1,0 +1,171 @@
+// Preloaded into the program under test, which knows nothing of it. A desktop learns of what a program does by what
+// leaves the program's sockets and by nothing else: so a death before each of these calls in turn is a death at every
+// step that the desktop can tell from another.
+
+#include "desktop/remains/FaultPoint.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstddef>
+#include <cstdlib>
+#include <string_view>
+
+namespace tapalong::test {
+namespace {
+
+char* volatile nowhere = nullptr;
+
+FaultPoint* mapSharedPage() {
+    const char* const path = std::getenv("TAPALONG_FAULT_POINT");
+    const int file = path != nullptr ? open(path, O_RDWR | O_CLOEXEC) : -1;
+    if (file < 0) {
+        return nullptr;
+    }
+    void* const page = mmap(nullptr, sizeof(FaultPoint), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    close(file);
+    if (page == MAP_FAILED) {
+        return nullptr;
+    }
+    auto* const point = static_cast<FaultPoint*>(page);
+    std::uint32_t nobody = 0;
+    point->pid.compare_exchange_strong(nobody, static_cast<std::uint32_t>(getpid()));
+    return point;
+}
+
+bool isSocket(int file) {
+    struct stat status {};
+    return fstat(file, &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+void starve() {
+    rlimit limit{};
+    getrlimit(RLIMIT_AS, &limit);
+    limit.rlim_cur = 1;
+    setrlimit(RLIMIT_AS, &limit);
+    for (std::size_t size = std::size_t{1} << 26U; size >= 16; size /= 2) {
+        while (std::malloc(size) != nullptr) { // NOLINT: kept until the end
+        }
+    }
+}
+
+bool leadsToServer(int file) {
+    sockaddr_un peer{};
+    socklen_t size = sizeof(peer);
+    if (getpeername(file, reinterpret_cast<sockaddr*>(&peer), &size) != 0 || peer.sun_family != AF_UNIX) {
+        return false;
+    }
+    // Names of the abstract kind begin with a null character.
+    const std::string_view path(peer.sun_path, sizeof(peer.sun_path));
+    return path.find("/.X11-unix/X") != std::string_view::npos;
+}
+
+/// Breaks a connection to the X server, for both sides. Counted by their order, from 0.
+void cut(int number) {
+    constexpr int filesOfOurs = 256;
+    for (int file = 0; file < filesOfOurs; ++file) {
+        if (leadsToServer(file) && number-- == 0) {
+            shutdown(file, SHUT_RDWR);
+        }
+    }
+}
+
+void happen(FaultPoint& point) {
+    using Kind = FaultPoint::Kind;
+    point.reached = 1;
+    switch (point.kind) {
+    case Kind::none:
+        break;
+    case Kind::killed:
+        kill(getpid(), SIGKILL);
+        break;
+    case Kind::brokenMemory:
+        *nowhere = 0; // NOLINT: broken on purpose
+        break;
+    case Kind::stopped:
+        kill(getpid(), SIGSTOP);
+        break;
+    case Kind::toolkitIsCut:
+        cut(0);
+        break;
+    case Kind::weAreCut:
+        cut(1);
+        break;
+    case Kind::starved:
+        starve();
+        break;
+    case Kind::asksToTerminate:
+        kill(getpid(), SIGTERM);
+        break;
+    case Kind::asksToInterrupt:
+        kill(getpid(), SIGINT);
+        break;
+    case Kind::asksToHangUp:
+        kill(getpid(), SIGHUP);
+        break;
+    }
+}
+
+void beforeCall(int file) {
+    static FaultPoint* const point = mapSharedPage();
+    const bool counts = point != nullptr && point->pid == static_cast<std::uint32_t>(getpid()) && isSocket(file);
+    if (!counts) {
+        return;
+    }
+    const std::uint32_t number = ++point->count;
+    if (number == point->at) {
+        happen(*point);
+    }
+}
+
+template <class Function> Function next(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+} // namespace tapalong::test
+
+using tapalong::test::beforeCall;
+using tapalong::test::next;
+
+// Under names of our own, as the C library's declarations stand; the linker knows them by the names that they replace.
+extern "C" {
+
+ssize_t countedWrite(int file, const void* bytes, size_t size) asm("write");
+ssize_t countedWritev(int file, const iovec* parts, int count) asm("writev");
+ssize_t countedSend(int file, const void* bytes, size_t size, int flags) asm("send");
+ssize_t countedSendmsg(int file, const msghdr* message, int flags) asm("sendmsg");
+
+} // extern "C"
+
+ssize_t countedWrite(int file, const void* bytes, size_t size) {
+    static const auto real = next<decltype(&countedWrite)>("write");
+    beforeCall(file);
+    return real(file, bytes, size);
+}
+
+ssize_t countedWritev(int file, const iovec* parts, int count) {
+    static const auto real = next<decltype(&countedWritev)>("writev");
+    beforeCall(file);
+    return real(file, parts, count);
+}
+
+ssize_t countedSend(int file, const void* bytes, size_t size, int flags) {
+    static const auto real = next<decltype(&countedSend)>("send");
+    beforeCall(file);
+    return real(file, bytes, size, flags);
+}
+
+ssize_t countedSendmsg(int file, const msghdr* message, int flags) {
+    static const auto real = next<decltype(&countedSendmsg)>("sendmsg");
+    beforeCall(file);
+    return real(file, message, flags);
+}

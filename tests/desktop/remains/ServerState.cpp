@@ -1,0 +1,138 @@
+#include "desktop/remains/ServerState.h"
+
+#include "desktop/remains/Replies.h"
+
+#include <xcb/xinput.h>
+
+// XCB's header for XKB uses a word of C++ as a name.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <iomanip>
+#include <ostream>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tapalong::test {
+
+namespace {
+
+constexpr std::uint16_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
+
+/// One line of numbers.
+template <class... Numbers> void line(std::ostream& out, std::string_view name, Numbers... numbers) {
+    out << name << ':';
+    ((out << ' ' << static_cast<std::int64_t>(numbers)), ...);
+    out << '\n';
+}
+
+void bits(std::ostream& out, std::string_view name, std::span<const std::uint8_t> bytes) {
+    out << name << ": " << std::hex << std::setfill('0');
+    for (const auto each : bytes) {
+        out << std::setw(2) << static_cast<unsigned>(each);
+    }
+    out << std::dec << '\n';
+}
+
+void writeXkb(xcb_connection_t* xcb, std::ostream& out) {
+    xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr);
+    if (const auto s = own(xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, coreKeyboard), nullptr))) {
+        line(out, "modifiers", s->mods, s->baseMods, s->latchedMods, s->lockedMods);
+        line(out, "group", s->group, s->baseGroup, s->latchedGroup, s->lockedGroup);
+        line(out, "buttons", s->ptrBtnState);
+    }
+    if (const auto c = own(xcb_xkb_get_controls_reply(xcb, xcb_xkb_get_controls(xcb, coreKeyboard), nullptr))) {
+        line(out, "enabled controls", c->enabledControls);
+        line(out, "groups", c->numGroups, c->groupsWrap);
+        line(out, "internal and ignored modifiers", c->internalModsMask, c->internalModsRealMods, c->internalModsVmods,
+             c->ignoreLockModsMask, c->ignoreLockModsRealMods, c->ignoreLockModsVmods);
+        line(out, "repeat, slow, debounce", c->repeatDelay, c->repeatInterval, c->slowKeysDelay, c->debounceDelay);
+        line(out, "mouse keys", c->mouseKeysDfltBtn, c->mouseKeysDelay, c->mouseKeysInterval, c->mouseKeysTimeToMax,
+             c->mouseKeysMaxSpeed, c->mouseKeysCurve);
+        line(out, "AccessX", c->accessXOption, c->accessXTimeout, c->accessXTimeoutOptionsMask,
+             c->accessXTimeoutOptionsValues, c->accessXTimeoutMask, c->accessXTimeoutValues);
+        bits(out, "keys that repeat", c->perKeyRepeat);
+    }
+}
+
+void writeCore(xcb_connection_t* xcb, std::ostream& out) {
+    if (const auto k = own(xcb_get_keyboard_control_reply(xcb, xcb_get_keyboard_control(xcb), nullptr))) {
+        line(out, "keyboard", k->global_auto_repeat, k->led_mask, k->key_click_percent, k->bell_percent, k->bell_pitch,
+             k->bell_duration);
+    }
+    if (const auto p = own(xcb_get_pointer_control_reply(xcb, xcb_get_pointer_control(xcb), nullptr))) {
+        line(out, "pointer", p->acceleration_numerator, p->acceleration_denominator, p->threshold);
+    }
+    if (const auto m = own(xcb_get_pointer_mapping_reply(xcb, xcb_get_pointer_mapping(xcb), nullptr))) {
+        bits(out, "pointer's buttons",
+             {xcb_get_pointer_mapping_map(m.get()),
+              static_cast<std::size_t>(xcb_get_pointer_mapping_map_length(m.get()))});
+    }
+    if (const auto s = own(xcb_get_screen_saver_reply(xcb, xcb_get_screen_saver(xcb), nullptr))) {
+        line(out, "screen saver", s->timeout, s->interval, s->prefer_blanking, s->allow_exposures);
+    }
+}
+
+void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
+    (void)own(xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
+    const auto devices =
+        own(xcb_input_xi_query_device_reply(xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL), nullptr));
+    if (!devices) {
+        return;
+    }
+    auto each = xcb_input_xi_query_device_infos_iterator(devices.get());
+    for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
+        line(out, "device", each.data->deviceid, each.data->type, each.data->attachment, each.data->enabled);
+    }
+}
+
+void writeProperty(xcb_connection_t* xcb, xcb_window_t root, const std::string& name, std::ostream& out) {
+    const auto length = static_cast<std::uint16_t>(name.size());
+    const auto atom = own(xcb_intern_atom_reply(xcb, xcb_intern_atom(xcb, 0, length, name.c_str()), nullptr));
+    if (!atom) {
+        return;
+    }
+    constexpr std::uint32_t most = 4096;
+    const auto query = xcb_get_property(xcb, 0, root, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+    const auto value = own(xcb_get_property_reply(xcb, query, nullptr));
+    if (value) {
+        bits(out, name,
+             {static_cast<const std::uint8_t*>(xcb_get_property_value(value.get())),
+              static_cast<std::size_t>(xcb_get_property_value_length(value.get()))});
+    }
+}
+
+void writeWindows(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
+    const auto tree = own(xcb_query_tree_reply(xcb, xcb_query_tree(xcb, root), nullptr));
+    if (!tree) {
+        return;
+    }
+    out << "windows, from the lowest:";
+    const std::span children(xcb_query_tree_children(tree.get()),
+                             static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    for (const auto child : children) {
+        const auto attributes =
+            own(xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, child), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+            out << ' ' << std::hex << child << std::dec;
+        }
+    }
+    out << '\n';
+}
+
+} // namespace
+
+void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
+    writeXkb(xcb, out);
+    writeCore(xcb, out);
+    writeDevices(xcb, out);
+    for (const char* const name : {"_NET_CURRENT_DESKTOP", "_NET_NUMBER_OF_DESKTOPS", "_NET_SHOWING_DESKTOP",
+                                   "_NET_WORKAREA", "_NET_CLIENT_LIST_STACKING", "_XKB_RULES_NAMES"}) {
+        writeProperty(xcb, root, name, out);
+    }
+    writeWindows(xcb, root, out);
+}
+
+} // namespace tapalong::test

@@ -1,0 +1,133 @@
+"""However the program dies, and at whatever step of a session: within one second nothing of it is left."""
+import random
+import subprocess
+import sys
+import time
+import unittest
+
+import fault_point as kinds
+from faults import Campaign, count_steps, is_long, is_stopped, reach, seed, spread
+from stage import Stage, wait_until
+
+DEATHS = (
+    ("killed", kinds.KILLED),
+    ("broken memory", kinds.BROKEN_MEMORY),
+    ("stopped for 5 s, then killed", kinds.STOPPED),
+    ("toolkit's connection cut", kinds.TOOLKIT_CUT),
+    ("own connection cut", kinds.OWN_CUT),
+    ("out of memory", kinds.STARVED),
+)
+ONE_SECOND = 1.0
+
+
+class Deaths(unittest.TestCase):
+    def test_nothing_is_left_after_any_death(self):
+        number = 300 if is_long() else 30
+        chosen = seed()
+        steps = count_steps()
+        print(f"{number} deaths over {steps} steps, TAPALONG_SEED={chosen}", flush=True)
+        campaign = Campaign(self.die)
+        campaign.go(spread(DEATHS, number, steps, random.Random(chosen)))
+        print(f"died: {dict(campaign.done)}; {len(campaign.failures)} left something; {campaign.missed} had fewer steps "
+              "than were counted and were killed at the end of the phase", flush=True)
+        self.assertEqual(sum(campaign.done.values()), number)
+        self.assertEqual(campaign.failures, [], "\n".join(campaign.failures))
+        self.assertLessEqual(campaign.missed, number // 5)
+
+    @staticmethod
+    def die(stage, fault):
+        was_reached = reach(stage, fault)
+        since = time.monotonic()
+        process = stage.program.process
+        if not was_reached:
+            process.kill()
+        elif fault.kind == kinds.STOPPED:
+            wait_until(lambda: is_stopped(process), "the stop")
+            time.sleep(5)
+            process.kill()
+            since = time.monotonic()
+        return was_reached, stage.what_is_left_after(ONE_SECOND, since)
+
+
+class WhatWouldBeNoticed(unittest.TestCase):
+    """The deaths prove nothing unless what is left behind is seen."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.stage = Stage()
+        cls.stage.__enter__()
+        cls.addClassCleanup(cls.stage.__exit__, None, None, None)
+
+    def tearDown(self):
+        self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def assert_noticed(self, word):
+        wait_until(lambda: any(word in each for each in self.stage.what_is_left()), f"{word!r} among what is left")
+
+    def test_a_control_that_differs(self):
+        for change, name in (
+                (["xset", "-r"], "keyboard"),
+                (["xset", "r", "rate", "311", "27"], "repeat, slow, debounce"),
+                (["xset", "r", "100"], "keys that repeat"),
+                (["xset", "s", "0"], "screen saver"),
+                (["xset", "m", "2/1", "5"], "pointer"),
+                (["setxkbmap", "-option", ""], "keymap")):
+            with self.subTest(" ".join(change)):
+                self.stage.desktop.call(change)
+                self.assert_noticed(name)
+                self.stage.desktop.call(["xset", "r"])
+                self.stage.arrange()
+                self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def test_a_state_that_differs(self):
+        for change, back, name in (
+                ("key Num_Lock", "key Num_Lock", "modifiers"),
+                ("keydown Shift_L", "keyup Shift_L", "modifiers"),
+                ("set_desktop 1", "set_desktop 0", "_NET_CURRENT_DESKTOP")):
+            with self.subTest(change):
+                self.stage.desktop.xdotool(*change.split())
+                self.stage.desktop.settle()
+                self.assert_noticed(name)
+                self.stage.desktop.xdotool(*back.split())
+                self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def test_a_keyboard_that_is_still_held(self):
+        holder = subprocess.Popen([sys.executable, "-c", HOLD_KEYBOARD], env=self.stage.desktop.environment,
+                                  stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.addCleanup(holder.kill)
+        self.assertEqual(holder.stdout.readline(), b"held\n")
+        self.assert_noticed("keys do not reach other programs")
+        holder.stdin.close()
+        holder.wait()
+
+    def test_a_process_that_is_still_there(self):
+        left_over = subprocess.Popen(["sleep", "60"], env=self.stage.desktop.environment | {
+            "TAPALONG_FAULT_POINT": self.stage.point.path}, start_new_session=True)
+        self.addCleanup(left_over.kill)
+        self.assert_noticed("sleep 60")
+        left_over.kill()
+        left_over.wait()
+
+    def test_a_window_that_is_still_there(self):
+        window = self.stage.desktop.run_beside(["xev", "-name", "forgotten"])
+        self.stage.desktop.window("forgotten")
+        self.stage.desktop.settle()
+        self.assert_noticed("windows, from the lowest")
+        window.terminate()
+        window.wait()
+
+
+HOLD_KEYBOARD = r"""
+import ctypes, ctypes.util, sys
+x = ctypes.CDLL(ctypes.util.find_library("X11"))
+x.XOpenDisplay.restype = ctypes.c_void_p
+display = ctypes.c_void_p(x.XOpenDisplay(None))
+x.XDefaultRootWindow.restype = ctypes.c_ulong
+status = x.XGrabKeyboard(display, ctypes.c_ulong(x.XDefaultRootWindow(display)), 0, 1, 1, ctypes.c_ulong(0))
+x.XSync(display, 0)
+print("held" if status == 0 else "refused", flush=True)
+sys.stdin.read()
+"""
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,48 @@
+"""The test's view of the page that it shares with the library that is preloaded into the program: see FaultPoint.h."""
+import mmap
+import os
+import struct
+
+LIBRARY = os.environ["TAPALONG_FAULT_LIBRARY"]
+
+KILLED, BROKEN_MEMORY, STOPPED, TOOLKIT_CUT, OWN_CUT, STARVED, TERMINATE, INTERRUPT, HANG_UP = range(1, 10)
+
+FIELDS = ("pid", "count", "at", "kind", "reached")
+LAYOUT = struct.Struct(f"={len(FIELDS)}I")
+
+
+class FaultPoint:
+    """One per desktop. Only the first process that is started with the environment after `reset` counts and falters."""
+
+    def __init__(self, path):
+        self.path = path
+        with open(path, "w+b") as file:
+            file.write(bytes(LAYOUT.size))
+            file.flush()
+            self._page = mmap.mmap(file.fileno(), LAYOUT.size)
+
+    @property
+    def environment(self):
+        return {"LD_PRELOAD": LIBRARY, "TAPALONG_FAULT_POINT": self.path}
+
+    def reset(self):
+        self._page[:] = bytes(LAYOUT.size)
+
+    def arm(self, kind, at):
+        """Lets it happen before the `at`-th call from now; 0 only counts them."""
+        for field, value in (("at", 0), ("count", 0), ("reached", 0), ("kind", kind), ("at", at)):
+            self._set(field, value)
+
+    @property
+    def count(self):
+        return self._get("count")
+
+    @property
+    def reached(self):
+        return self._get("reached") != 0
+
+    def _get(self, field):
+        return struct.unpack_from("=I", self._page, 4 * FIELDS.index(field))[0]
+
+    def _set(self, field, value):
+        struct.pack_into("=I", self._page, 4 * FIELDS.index(field), value)

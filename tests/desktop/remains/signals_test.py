@@ -1,0 +1,46 @@
+"""Asked to end by a signal, at whatever step of a session: the session ends in order and the program leaves."""
+import json
+import random
+import time
+import unittest
+
+import fault_point as kinds
+from faults import Campaign, count_steps, is_long, reach, seed, spread
+from stage import SETTINGS, UNLOCKED, Stage, wait_until
+
+SIGNALS = (("SIGTERM", kinds.TERMINATE), ("SIGINT", kinds.INTERRUPT), ("SIGHUP", kinds.HANG_UP))
+
+
+class Signals(unittest.TestCase):
+    def test_the_session_ends_in_order(self):
+        number = 90 if is_long() else 9
+        chosen = seed()
+        steps = count_steps()
+        print(f"{number} signals over {steps} steps, TAPALONG_SEED={chosen}", flush=True)
+        campaign = Campaign(self.leave)
+        campaign.go(spread(SIGNALS, number, steps, random.Random(chosen)))
+        print(f"sent: {dict(campaign.done)}; {len(campaign.failures)} were not followed", flush=True)
+        self.assertEqual(sum(campaign.done.values()), number)
+        self.assertEqual(campaign.failures, [], "\n".join(campaign.failures))
+
+    @staticmethod
+    def leave(stage, fault):
+        was_reached = reach(stage, fault)
+        if not was_reached:
+            stage.program.process.terminate()
+        program = stage.program
+        left = []
+        wait_until(lambda: not program.is_running(), "the program's end")
+        time.sleep(0.05)  # the threads that read its words are ours, and may be a little behind
+        if program.process.returncode != 0:
+            left.append(f"it ended with {program.process.returncode}, saying {program.errors}")
+        if UNLOCKED not in program.lines:
+            left.append(f"no end of the session among its lines: {program.lines}")
+        with open(stage.desktop.settings_file, encoding="utf-8") as file:
+            if json.load(file) != SETTINGS:
+                left.append("the settings changed")
+        return was_reached, left + stage.what_is_left_after(1)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,173 @@
+"""A desktop on which the program lives and dies, and what is left of it afterwards."""
+import glob
+import os
+import sys
+import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
+
+from rig.desktop import Desktop, wait_until  # noqa: E402  pylint: disable=wrong-import-position
+from rig.program import Program  # noqa: E402  pylint: disable=wrong-import-position
+
+import witness as keys  # noqa: E402  pylint: disable=wrong-import-position
+from fault_point import FaultPoint  # noqa: E402  pylint: disable=wrong-import-position
+from witness import Witness  # noqa: E402  pylint: disable=wrong-import-position
+
+PROGRAM = os.environ["TAPALONG_PROGRAM"]
+SETTINGS = {"exitPassword": "asdf", "useTouchID": False, "kioskMode": True, "hotCornerDwellTime": 0.5}
+PASSWORD = (keys.A, keys.S, keys.D, keys.F)
+
+LOCKED = "✅ CGEventTap active — all keyboard input intercepted"
+UNLOCKED = "🔓 CGEventTap deactivated — normal input restored"
+
+
+class Stage:
+    """Use as a context."""
+
+    def __init__(self):
+        self.desktop = Desktop(size=(1024, 768), accessibility=False)
+        self.witness = None
+        self.point = None
+        self.program = None
+        self.before = None
+
+    def __enter__(self):
+        self.desktop.__enter__()
+        try:
+            self._furnish()
+        except BaseException:
+            self.desktop.__exit__(None, None, None)
+            raise
+        return self
+
+    def __exit__(self, *rest):
+        self.desktop.__exit__(*rest)
+
+    def arrange(self):
+        """Everything differs from what a server starts with: who puts back what is usual shall be found out."""
+        self.desktop.call(["setxkbmap", "-layout", "us,de", "-option", "", "-option",
+                           "terminate:ctrl_alt_bksp,compose:menu"])
+        self.desktop.call(["xset", "r", "rate", "310", "27", "s", "333", "77", "b", "31", "444", "55", "m", "3/2", "5"])
+        self.desktop.call(["xset", "-r", "100"])
+
+    def _furnish(self):
+        self.arrange()
+        self.desktop.xdotool("key", "Num_Lock")
+        for name in ("lower", "upper"):
+            self.desktop.run_beside(["xev", "-name", name, "-geometry", "200x100+20+20"])
+            self.desktop.window(name)
+        self.witness = Witness(self.desktop)
+        self.point = FaultPoint(self.desktop.path("fault-point"))
+        wait_until(lambda: self.witness.says("gets-keys"), "a key in the witness's window")
+        self.desktop.settle()
+        self.before = self.witness.server_state()
+
+    # The program's life.
+
+    def start_program(self):
+        self.point.reset()
+        self.witness.ask("move", 300, 600)
+        self.program = Program(self.desktop, PROGRAM, settings=SETTINGS, environment=self.point.environment)
+        windows = "_NET_CLIENT_LIST_STACKING"
+        wait_until(lambda: self.current(windows) != self.before[windows], "the settings window")
+        self.wait_for_rest()
+
+    def current(self, name):
+        return dict(line.split(":", 1) for line in self.witness.ask("state"))[name]
+
+    def ask_for_session(self):
+        self.witness.ask("chord", keys.CONTROL, keys.ALT, keys.SUPER, keys.T)
+
+    def start_session(self):
+        done = self.program.lines.count(LOCKED)
+        self.ask_for_session()
+        self.wait_for_session(done + 1)
+
+    def wait_for_session(self, number=1):
+        wait_until(lambda: self.program.lines.count(LOCKED) >= number and self.witness.says("covered"), "a session")
+        self.wait_for_rest()
+
+    def ask_for_the_way_out(self):
+        self.witness.ask("move", 1023, 0)
+        time.sleep(1.2)  # the corner is looked at four times a second, and half a second there counts
+        self.witness.ask("move", 300, 600)
+
+    def wait_for_the_question(self):
+        time.sleep(0.8)  # it fades in, and takes the keyboard
+
+    def end_session(self):
+        """By the corner and the password."""
+        done = self.program.lines.count(UNLOCKED)
+        while self.program.lines.count(UNLOCKED) == done:
+            self.ask_for_the_way_out()
+            self.wait_for_the_question()
+            self.witness.type(*PASSWORD, keys.ENTER)
+            time.sleep(0.3)
+        wait_until(lambda: not self.witness.says("covered"), "the session's window to go")
+        self.wait_for_rest()
+
+    def wait_for_rest(self):
+        """Until the program has said nothing for as long as it says nothing between the looks at the corner."""
+        count = None
+        while count != self.point.count:
+            count = self.point.count
+            time.sleep(0.12)
+
+    # Its death.
+
+    def what_is_left(self):
+        """What differs from the time before the program, in words; empty when nothing does."""
+        left = [f"process {pid} runs: {command}" for pid, command in self.processes()]
+        if not self.witness.says("gets-keys"):
+            left.append("keys do not reach other programs")
+        now = self.witness.server_state()
+        for name in sorted(self.before.keys() | now.keys()):
+            if self.before.get(name) != now.get(name):
+                left.append(difference(name, self.before.get(name), now.get(name)))
+        return left
+
+    def what_is_left_after(self, seconds, since=None):
+        """As soon as nothing is left, or when that time is over. Only the state then counts, not how long it took
+        to find out."""
+        end = (time.monotonic() if since is None else since) + seconds
+        while True:
+            is_last = time.monotonic() >= end
+            left = self.what_is_left()
+            if not left or is_last:
+                return left
+            time.sleep(0.02)
+
+    def processes(self):
+        """Of the program and of whatever it started: all that have its fault point in their environment, or are in its
+        session."""
+        found = []
+        mark = f"TAPALONG_FAULT_POINT={self.point.path}".encode()
+        for folder in glob.glob("/proc/[0-9]*"):
+            try:
+                with open(folder + "/environ", "rb") as file:
+                    is_marked = mark in file.read().split(b"\0")
+                with open(folder + "/stat", encoding="utf-8", errors="replace") as file:
+                    stat = file.read().rpartition(")")[2].split()
+                with open(folder + "/cmdline", "rb") as file:
+                    command = file.read().replace(b"\0", b" ").decode(errors="replace")
+            except OSError:
+                continue
+            in_session = self.program is not None and int(stat[3]) == self.program.process.pid
+            if (is_marked or in_session) and stat[0] not in "ZX":
+                found.append((int(os.path.basename(folder)), command.strip()))
+        return found
+
+    def clear(self):
+        """After a failure, for the sake of the next test."""
+        for pid, _ in self.processes():
+            os.kill(pid, 9)
+        if self.program is not None:
+            self.program.process.wait()
+
+
+def difference(name, before, now):
+    if before is None or now is None:
+        return f"{name} was {before!r} and is {now!r}"
+    old, new = before.splitlines(), now.splitlines()
+    lines = [f"- {line}" for line in old if line not in new] + [f"+ {line}" for line in new if line not in old]
+    return f"{name} changed: " + " | ".join(line.strip() for line in lines[:6])
