@@ -6,7 +6,7 @@
 
 namespace tapalong {
 
-std::size_t charactersToDrop(const std::vector<TypedCharacter>& content, std::int64_t limit) {
+std::size_t charactersToDrop(const TypedContent& content, std::int64_t limit) {
     const auto count = static_cast<std::int64_t>(content.size());
     if (count <= limit) {
         return 0;

@@ -7,8 +7,8 @@
 namespace tapalong {
 namespace {
 
-std::vector<TypedCharacter> content(std::size_t count, std::initializer_list<std::size_t> lineEnds = {}) {
-    std::vector<TypedCharacter> list(count, TypedCharacter(Character("a"), NamedColor::white, Uuid{}));
+TypedContent content(std::size_t count, std::initializer_list<std::size_t> lineEnds = {}) {
+    TypedContent list(count, TypedCharacter(Character("a"), NamedColor::white, Uuid{}));
     for (const auto position : lineEnds) {
         list.at(position) = TypedCharacter(Character("\n"), NamedColor::white, Uuid{});
     }

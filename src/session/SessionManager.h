@@ -36,7 +36,7 @@ public:
 
     [[nodiscard]] bool isSessionActive() const { return m_isSessionActive.get(); }
     /// The characters on the screen, oldest first.
-    [[nodiscard]] const std::vector<TypedCharacter>& typedContent() const { return m_typedContent.get(); }
+    [[nodiscard]] const TypedContent& typedContent() const { return m_typedContent.get(); }
 
     /// A session is running in which Lockdown Mode is wanted and at this moment not in force.
     [[nodiscard]] bool isLockdownMissing() const;
@@ -59,7 +59,7 @@ private:
     SessionSettings& m_settings;
     const Platform m_platform;
     Published<bool> m_isSessionActive{*this, false};
-    Published<std::vector<TypedCharacter>> m_typedContent{*this, {}};
+    Published<TypedContent> m_typedContent{*this, {}};
     Published<LockdownOutcome> m_lastLockdown{*this, LockdownOutcome::asWished};
     std::shared_ptr<KioskManager> m_kioskManager;
     Subscription m_kioskSubscription;

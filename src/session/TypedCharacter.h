@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/TypedContent.h"
 #include "session/Uuid.h"
 #include "settings/Color.h"
 #include "text/Character.h"

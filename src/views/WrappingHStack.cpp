@@ -12,8 +12,8 @@ constexpr double blinkInterval = 0.6; // seconds between two flips
 
 WrappingHStack::WrappingHStack(const Platform& platform) : m_platform(platform) {}
 
-std::vector<WrappingHStack::Run> WrappingHStack::paragraph(const std::vector<TypedCharacter>& characters,
-                                                           double fontSize, bool showCursor, bool cursorVisible) {
+std::vector<WrappingHStack::Run> WrappingHStack::paragraph(const TypedContent& characters, double fontSize,
+                                                           bool showCursor, bool cursorVisible) {
     std::vector<Run> runs;
     runs.reserve(characters.size() + 1);
     for (const auto& typed : characters) {

@@ -46,8 +46,8 @@ public:
     explicit WrappingHStack(const Platform& platform);
 
     /// The runs from the first character to the cursor. The display builds this piecemeal; it must look the same.
-    [[nodiscard]] static std::vector<Run> paragraph(const std::vector<TypedCharacter>& characters, double fontSize,
-                                                    bool showCursor, bool cursorVisible);
+    [[nodiscard]] static std::vector<Run> paragraph(const TypedContent& characters, double fontSize, bool showCursor,
+                                                    bool cursorVisible);
     /// The style of a typed character, and of the cursor.
     [[nodiscard]] static Font font(double fontSize);
     /// Extra space between two lines, in points.

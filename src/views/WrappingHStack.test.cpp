@@ -13,8 +13,8 @@ using Font = WrappingHStack::Font;
 const Color red = SrgbColor{1, 0, 0};
 const Font font72{72, WrappingHStack::Weight::medium, WrappingHStack::Design::rounded};
 
-std::vector<TypedCharacter> typed(std::initializer_list<const char*> texts) {
-    std::vector<TypedCharacter> characters;
+TypedContent typed(std::initializer_list<const char*> texts) {
+    TypedContent characters;
     for (const char* text : texts) {
         characters.emplace_back(Character(text), red, Uuid{});
     }
@@ -53,7 +53,7 @@ TEST_F(WrappingHStackTest, EmojiTakeTheirColourLikeAnyCharacter) {
 }
 
 TEST_F(WrappingHStackTest, ALongWordGetsNoBreaksOfItsOwn) {
-    const std::vector<TypedCharacter> word(1000, TypedCharacter(Character("w"), red, Uuid{}));
+    const TypedContent word(1000, TypedCharacter(Character("w"), red, Uuid{}));
     const auto runs = WrappingHStack::paragraph(word, 72, false, true);
     EXPECT_EQ(runs, std::vector<TextRun>(1000, TextRun{"w", red, 1, font72})) << "wrapping is the text engine's affair";
 }
@@ -64,7 +64,7 @@ TEST_F(WrappingHStackTest, AnUnseenCursorKeepsItsPlace) {
 }
 
 TEST_F(WrappingHStackTest, NamedColoursStayNamed) {
-    const std::vector<TypedCharacter> one{TypedCharacter(Character("a"), NamedColor::primary, Uuid{})};
+    const TypedContent one{TypedCharacter(Character("a"), NamedColor::primary, Uuid{})};
     EXPECT_EQ(WrappingHStack::paragraph(one, 24, false, true).front().color, Color(NamedColor::primary));
 }
 

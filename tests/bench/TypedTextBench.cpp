@@ -48,7 +48,6 @@ double residentMebibytes() {
 class Typist {
 public:
     explicit Typist(std::size_t count) {
-        content.reserve(count + 1000); // the growing of the list is not the display's affair
         while (content.size() < count) {
             type();
         }
@@ -67,7 +66,7 @@ public:
         ++m_next;
     }
 
-    std::vector<TypedCharacter> content;
+    TypedContent content;
 
 private:
     std::mt19937 m_random{7};

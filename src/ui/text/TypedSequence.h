@@ -2,13 +2,13 @@
 
 #include "session/TypedCharacter.h"
 
-#include <vector>
+#include <cstddef>
 
 namespace tapalong {
 
 /// What is laid out: the typed characters and, where it is shown, the cursor as the last of all.
 struct TypedSequence {
-    const std::vector<TypedCharacter>& characters;
+    const TypedContent& characters;
     bool hasCursor = false;
 
     [[nodiscard]] std::size_t size() const { return characters.size() + (hasCursor ? 1 : 0); }

@@ -16,7 +16,7 @@ namespace tapalong {
 
 namespace {
 
-const std::vector<TypedCharacter> nothing;
+const TypedContent nothing;
 
 } // namespace
 
@@ -79,7 +79,7 @@ void TypedTextItem::setViewportHeight(double height) {
     }
 }
 
-void TypedTextItem::setCharacters(const std::vector<TypedCharacter>* characters) {
+void TypedTextItem::setCharacters(const TypedContent* characters) {
     m_characters = characters;
     refresh();
 }

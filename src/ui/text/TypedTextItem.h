@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/TypedContent.h"
+
 #include <QColor>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
@@ -10,7 +12,6 @@
 namespace tapalong {
 
 class TypedTextLayout;
-struct TypedCharacter;
 struct VisibleLine;
 
 /// Draws typed characters as one wrapping paragraph as wide as the item, with the cursor at its end. Only the lines in
@@ -47,7 +48,7 @@ public:
 
     /// What to show, null for nothing. It must outlive the item or the next call, and is read again at each refresh
     /// and before each frame.
-    void setCharacters(const std::vector<TypedCharacter>* characters);
+    void setCharacters(const TypedContent* characters);
     /// Brings the lines, and with them the implicit height, up to date at once.
     void refresh();
 
@@ -70,7 +71,7 @@ private:
     void adopt();
 
     const std::unique_ptr<TypedTextLayout> m_layout;
-    const std::vector<TypedCharacter>* m_characters = nullptr;
+    const TypedContent* m_characters = nullptr;
     std::vector<VisibleLine> m_visible;
     double m_fontSize = 72;
     bool m_showCursor = false;

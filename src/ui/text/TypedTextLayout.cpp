@@ -29,7 +29,7 @@ void TypedTextLayout::setCursorShown(bool shown) {
     m_cursorShown = shown;
 }
 
-void TypedTextLayout::update(const std::vector<TypedCharacter>& characters) {
+void TypedTextLayout::update(const TypedContent& characters) {
     Edit edit = difference(characters);
     m_characters = &characters;
     if (std::exchange(m_styleChanged, false)) {
@@ -58,7 +58,7 @@ void TypedTextLayout::update(const std::vector<TypedCharacter>& characters) {
     layOutTail();
 }
 
-TypedTextLayout::Edit TypedTextLayout::difference(const std::vector<TypedCharacter>& characters) const {
+TypedTextLayout::Edit TypedTextLayout::difference(const TypedContent& characters) const {
     if (characters.empty() || m_ids.empty()) {
         return {m_ids.size(), 0};
     }

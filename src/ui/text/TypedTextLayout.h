@@ -25,7 +25,7 @@ public:
 
     /// Follows the text: characters come and go at its end, go at its front, or all go. Cheap for such an edit;
     /// any other is a new text. `characters` must live unchanged until the next update or the last use of the lines.
-    void update(const std::vector<TypedCharacter>& characters);
+    void update(const TypedContent& characters);
 
     [[nodiscard]] std::size_t lineCount() const { return m_lines.size(); }
     /// Of all lines with the space between them.
@@ -70,7 +70,7 @@ private:
         std::size_t kept = 0;    ///< of what followed
     };
 
-    [[nodiscard]] Edit difference(const std::vector<TypedCharacter>& characters) const;
+    [[nodiscard]] Edit difference(const TypedContent& characters) const;
     void remember(const Edit& edit);
     void layOutFront();
     void layOutTail();
@@ -87,7 +87,7 @@ private:
     bool m_cursorWasShown = false;
     std::unique_ptr<LineStyle> m_style;
 
-    const std::vector<TypedCharacter>* m_characters = nullptr;
+    const TypedContent* m_characters = nullptr;
     std::deque<Uuid> m_ids; ///< of the characters at the last update
     Position m_base = 0;    ///< of the first character
     std::deque<Line> m_lines;

@@ -45,7 +45,7 @@ public:
         content.erase(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(count));
     }
 
-    std::vector<TypedCharacter> content;
+    TypedContent content;
 
 private:
     [[nodiscard]] Color color() const {
