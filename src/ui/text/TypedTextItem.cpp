@@ -150,6 +150,9 @@ QSGNode* TypedTextItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /
     scene.pixelRatio = window()->effectiveDevicePixelRatio();
     scene.primary = m_primary;
     scene.cursorVisible = m_cursorVisible;
+    if (m_viewportHeight > 0) {
+        scene.viewport = QRectF(0, m_viewportY, width(), m_viewportHeight);
+    }
     node->show(scene, m_visible);
     return node;
 }

@@ -4,6 +4,7 @@
 
 #include <QMatrix4x4>
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 
 #include <algorithm>
 #include <cmath>
@@ -33,6 +34,7 @@ void TypedTextNode::show(const Scene& scene, const std::vector<VisibleLine>& lin
         showLine(scene, line);
     }
     showCursor(scene, lines);
+    drawCurtain(scene);
 }
 
 void TypedTextNode::forgetOtherLooks(const Scene& scene) {
@@ -170,6 +172,23 @@ void TypedTextNode::showCursor(const Scene& scene, const std::vector<VisibleLine
     color.setAlphaF(scene.cursorVisible ? static_cast<float>(WrappingHStack::cursorOpacity) : 0.0F);
     if (m_cursor->color() != color) {
         m_cursor->setColor(color);
+    }
+}
+
+/// Nothing to see, in front of all. When the text is scrolled it is what tells the software renderer that the whole
+/// viewport is to be painted anew, before that adds up some hundred moved pictures to a region of as many rectangles:
+/// the adding up, and painting through such a region, cost more than the pictures.
+void TypedTextNode::drawCurtain(const Scene& scene) {
+    if (scene.window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software) {
+        return;
+    }
+    if (m_curtain == nullptr) {
+        m_curtain = scene.window.createRectangleNode();
+        m_curtain->setColor(Qt::transparent);
+        appendChildNode(m_curtain);
+    }
+    if (m_curtain->rect() != scene.viewport) {
+        m_curtain->setRect(scene.viewport);
     }
 }
 

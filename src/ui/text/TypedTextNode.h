@@ -31,6 +31,7 @@ public:
         double pixelRatio = 1;
         QColor primary{};
         bool cursorVisible = true;
+        QRectF viewport{}; ///< empty where it is not known
     };
 
     /// Bytes of pictures that are kept beyond those on the screen.
@@ -67,10 +68,12 @@ private:
     void showPiece(const Scene& scene, const LinePiece& piece, ShownLine& line, ShownPiece& shown);
     Picture picture(const Scene& scene, const LinePiece& piece, const QByteArray& key, double phase);
     void showCursor(const Scene& scene, const std::vector<VisibleLine>& lines);
+    void drawCurtain(const Scene& scene);
 
     ImageCache<Picture> m_cache{cacheBound};
     std::map<std::uint64_t, ShownLine> m_lines;
-    QSGRectangleNode* m_cursor = nullptr; ///< owned by this node
+    QSGRectangleNode* m_cursor = nullptr;  ///< owned by this node
+    QSGRectangleNode* m_curtain = nullptr; ///< owned by this node
     double m_size = 0;
     double m_pixelRatio = 0;
     QColor m_primary;
