@@ -67,14 +67,14 @@ void TypedTextItem::setPrimaryColor(const QColor& color) {
 
 void TypedTextItem::setViewportY(double y) {
     if (assign(m_viewportY, y)) {
-        polish();
+        redraw();
         emit viewportChanged();
     }
 }
 
 void TypedTextItem::setViewportHeight(double height) {
     if (assign(m_viewportHeight, height)) {
-        polish();
+        redraw();
         emit viewportChanged();
     }
 }
@@ -86,7 +86,13 @@ void TypedTextItem::setCharacters(const TypedContent* characters) {
 
 void TypedTextItem::refresh() {
     adopt();
+    redraw();
+}
+
+/// Asks for both at once: an update that is asked for by the polishing would be a frame of its own.
+void TypedTextItem::redraw() {
     polish();
+    update();
 }
 
 void TypedTextItem::adopt() {
@@ -117,7 +123,7 @@ void TypedTextItem::geometryChange(const QRectF& newGeometry, const QRectF& oldG
 void TypedTextItem::itemChange(ItemChange change, const ItemChangeData& value) {
     QQuickItem::itemChange(change, value);
     if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
-        polish();
+        redraw();
     }
 }
 
@@ -137,7 +143,6 @@ void TypedTextItem::updatePolish() {
         visible.push_back({m_layout->identity(i), static_cast<double>(i) * m_layout->pitch(), m_layout->shaped(i)});
     }
     m_visible = std::move(visible);
-    update();
 }
 
 QSGNode* TypedTextItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/) {

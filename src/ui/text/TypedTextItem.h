@@ -69,6 +69,7 @@ protected:
 private:
     template <class Value> bool assign(Value& member, const Value& value);
     void adopt();
+    void redraw();
 
     const std::unique_ptr<TypedTextLayout> m_layout;
     const TypedContent* m_characters = nullptr;
