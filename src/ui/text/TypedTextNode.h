@@ -35,7 +35,7 @@ public:
     };
 
     /// Bytes of pictures that are kept beyond those on the screen.
-    static constexpr std::size_t cacheBound = 12U << 20U;
+    static constexpr std::size_t cacheBound = 6U << 20U;
 
     TypedTextNode();
 
