@@ -50,10 +50,14 @@ const QFont& LineStyle::standIn(double advance) {
     return found->second;
 }
 
+std::size_t LineWindow::lettersOfLine(const LineStyle& style) {
+    constexpr double most = 1000;
+    return std::max(shortestLookAhead,
+                    static_cast<std::size_t>(std::min(lettersPerEm * style.width / style.face.size(), most)));
+}
+
 LineWindow::LineWindow(LineStyle& style, const TypedSequence& text, std::size_t contextBegin, std::size_t begin)
-    : m_style(style), m_text(text), m_begin(begin),
-      m_lookAhead(std::max(shortestLookAhead,
-                           static_cast<std::size_t>(std::min(lettersPerEm * style.width / style.face.size(), 1e3)))) {
+    : m_style(style), m_text(text), m_begin(begin), m_lookAhead(lettersOfLine(style)) {
     m_context = begin - std::min(begin - contextBegin, m_lookAhead);
     while (!layOut()) {
         m_lookAhead *= 2;

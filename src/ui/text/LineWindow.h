@@ -37,6 +37,9 @@ public:
     /// `begin` at a paragraph's start.
     LineWindow(LineStyle& style, const TypedSequence& text, std::size_t contextBegin, std::size_t begin);
 
+    /// More than a line can hold of ordinary letters.
+    [[nodiscard]] static std::size_t lettersOfLine(const LineStyle& style);
+
     static constexpr std::size_t everything = std::numeric_limits<std::size_t>::max();
 
     /// After the line's last character, its line break included.

@@ -7,6 +7,7 @@
 #include "ui/text/VisibleLine.h"
 
 #include <QQuickWindow>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -99,6 +100,9 @@ void TypedTextItem::adopt() {
     m_layout->setFontSize(m_fontSize);
     m_layout->setWidth(std::max(0.0, width()));
     m_layout->setCursorShown(m_showCursor);
+    // A line is higher than its font's size.
+    m_layout->setLinesInView(
+        m_viewportHeight > 0 ? static_cast<std::size_t>(std::ceil(m_viewportHeight / m_fontSize)) + 1 : 0);
     m_layout->update(m_characters != nullptr ? *m_characters : nothing);
     setImplicitHeight(m_layout->height());
 }
@@ -130,19 +134,43 @@ void TypedTextItem::itemChange(ItemChange change, const ItemChangeData& value) {
 void TypedTextItem::updatePolish() {
     // The characters may have changed since the last refresh, and the lines refer to them.
     adopt();
-    const auto count = static_cast<double>(m_layout->lineCount());
-    double first = 0;
-    double last = count;
-    if (m_viewportHeight > 0) {
-        const double pitch = m_layout->pitch();
-        first = std::clamp(std::floor(m_viewportY / pitch), 0.0, count);
-        last = std::clamp(std::ceil((m_viewportY + m_viewportHeight) / pitch), 0.0, count);
+    if (linesInViewport().first < m_layout->firstLineOfEnd()) {
+        m_layout->complete();
+        setImplicitHeight(m_layout->height());
     }
+    const auto [first, last] = linesInViewport();
     std::vector<VisibleLine> visible; // beside the old ones, which keep what was shaped
-    for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(last); ++i) {
+    for (std::size_t i = first; i < last; ++i) {
         visible.push_back({m_layout->identity(i), static_cast<double>(i) * m_layout->pitch(), m_layout->shaped(i)});
     }
     m_visible = std::move(visible);
+    if (!m_layout->isComplete()) {
+        m_rest.start(0, this);
+    }
+}
+
+/// From the first to before the last.
+std::pair<std::size_t, std::size_t> TypedTextItem::linesInViewport() const {
+    if (m_viewportHeight <= 0) {
+        return {0, m_layout->lineCount()};
+    }
+    const auto count = static_cast<double>(m_layout->lineCount());
+    const double pitch = m_layout->pitch();
+    return {static_cast<std::size_t>(std::clamp(std::floor(m_viewportY / pitch), 0.0, count)),
+            static_cast<std::size_t>(std::clamp(std::ceil((m_viewportY + m_viewportHeight) / pitch), 0.0, count))};
+}
+
+/// A few lines, and events between them.
+void TypedTextItem::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_rest.timerId()) {
+        QQuickItem::timerEvent(event);
+        return;
+    }
+    adopt();
+    if (m_layout->isComplete()) {
+        m_rest.stop();
+        redraw();
+    }
 }
 
 QSGNode* TypedTextItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/) {

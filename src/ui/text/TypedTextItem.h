@@ -2,11 +2,13 @@
 
 #include "session/TypedContent.h"
 
+#include <QBasicTimer>
 #include <QColor>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tapalong {
@@ -15,7 +17,7 @@ class TypedTextLayout;
 struct VisibleLine;
 
 /// Draws typed characters as one wrapping paragraph as wide as the item, with the cursor at its end. Only the lines in
-/// the viewport have scene nodes. Animates nothing and has no timer.
+/// the viewport have scene nodes, and only they are laid out at once. Animates nothing.
 class TypedTextItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
@@ -62,6 +64,7 @@ signals:
 
 protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void timerEvent(QTimerEvent* event) override;
     void itemChange(ItemChange change, const ItemChangeData& value) override;
     void updatePolish() override;
     QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
@@ -70,6 +73,7 @@ private:
     template <class Value> bool assign(Value& member, const Value& value);
     void adopt();
     void redraw();
+    [[nodiscard]] std::pair<std::size_t, std::size_t> linesInViewport() const;
 
     const std::unique_ptr<TypedTextLayout> m_layout;
     const TypedContent* m_characters = nullptr;
@@ -80,6 +84,7 @@ private:
     QColor m_primary = Qt::black;
     double m_viewportY = 0;
     double m_viewportHeight = 0;
+    QBasicTimer m_rest; ///< runs while there are lines to lay out that nobody sees
 };
 
 } // namespace tapalong

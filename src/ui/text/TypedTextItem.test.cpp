@@ -46,6 +46,18 @@ protected:
 
     void show() { item.setCharacters(&typist.content); }
 
+    void scrollTo(double y) {
+        item.setY(-y);
+        item.setViewportY(y);
+    }
+
+    /// Shows so much that its lines are not laid out at once, from its end.
+    void showLongText() {
+        typist.type("start" + std::string(6000, 'm') + "end");
+        show();
+        scrollTo(item.implicitHeight() - 400);
+    }
+
     QImage picture() { return window.grabWindow().convertToFormat(QImage::Format_RGB32); }
     QRect ink() { return inkIn(picture(), QColor(Qt::white).rgb()); }
 
@@ -102,6 +114,36 @@ TEST_F(TypedTextItemTest, TextThatChangedButWasNotAnnouncedIsDrawnAsItIs) {
     typist.content.clear();
     item.setViewportY(1);
     EXPECT_TRUE(ink().isNull());
+}
+
+TEST_F(TypedTextItemTest, LinesThatNobodySeesAreLaidOutBetweenEvents) {
+    showLongText();
+    EXPECT_FALSE(ink().isNull());
+    EXPECT_FALSE(item.layout().isComplete());
+    for (int turn = 0; turn < 1000 && !item.layout().isComplete(); ++turn) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    EXPECT_TRUE(item.layout().isComplete());
+    scrollTo(item.implicitHeight() - 400);
+    const QImage shown = picture();
+
+    item.setCharacters(nullptr);
+    item.setViewportHeight(0);
+    show();
+    item.setViewportHeight(400);
+    EXPECT_EQ(picture(), shown) << "it is not what a layout of everything shows";
+}
+
+TEST_F(TypedTextItemTest, LinesThatAreScrolledToAreLaidOutAtOnce) {
+    showLongText();
+    const QImage end = picture();
+    scrollTo(0);
+    const QImage start = picture();
+    EXPECT_TRUE(item.layout().isComplete());
+    EXPECT_NE(start, end);
+    typist.content.resize(100, typist.content.front());
+    show();
+    EXPECT_EQ(picture(), start);
 }
 
 TEST_F(TypedTextItemTest, EmojiOfThePoolAreInColour) {
