@@ -7,9 +7,21 @@ Flickable {
 
     required property SessionViewAdapter view
 
+    // The end stays in sight when the screen or the lines change, unless a parent has scrolled back.
+    property bool followsEnd: true
+
     function scrollToBottom() {
+        followsEnd = true;
         contentY = Math.max(0, contentHeight - height);
     }
+    function follow() {
+        if (followsEnd && !moving)
+            scrollToBottom();
+    }
+
+    onContentHeightChanged: follow()
+    onHeightChanged: follow()
+    onMovementEnded: followsEnd = atYEnd
 
     contentWidth: width
     contentHeight: bottom.y + bottom.height

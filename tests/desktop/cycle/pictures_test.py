@@ -68,6 +68,36 @@ class Pictures(DesktopCase):
         self.assertTrue(green, "the last line is out of sight")
         self.assertGreater(min(green), bottom - 400, "the last line is not at the bottom")
 
+    def test_a_parent_scrolls_back_by_wheel_and_a_key_goes_to_the_end(self):
+        # The first line is the only one with M's: the screen shows them when it has been scrolled to the top.
+        self.start_session(**LOOK | {"rainbowMode": False, "customFGColorHex": "#00FF00", "fontSize": 100})
+        lines = "MMMM" + "\n" * 24 + "i"
+        self.desktop.type("MMMM")
+        self.desktop.key(*["Return"] * 24)
+        self.desktop.type("i")
+        self.wait_text(lines)
+        at_the_end = self.picture()
+        self.assertLess(self.green(at_the_end), 2000, "the M's are in sight")
+        self.wheel(4, 40)
+        at_the_top = self.picture()
+        self.assertGreater(self.green(at_the_top), 4000, "the wheel does not scroll back")
+        self.wheel(5, 40)
+        self.assertTrue(self.picture() == at_the_end, "what was scrolled away and back looks different")
+        self.wheel(4, 40)
+        self.desktop.type("i")
+        self.wait_text(lines + "i")
+        self.assertLess(self.green(self.picture()), 2000, "a key does not scroll to the end")
+
+    def wheel(self, button, turns):
+        self.desktop.move(640, 600)
+        for _ in range(turns):
+            self.desktop.xdotool("click", str(button))
+        self.desktop.settle(1.5)  # it runs on
+
+    @staticmethod
+    def green(picture):
+        return sum(picture[at:at + 3] == b"\x00\xff\x00" for at in range(0, len(picture), 3))
+
     def test_the_overlay_dims_the_session_and_its_button_turns_green(self):
         self.start_session(**LOOK)
         self.open_overlay("topLeft")
