@@ -1,7 +1,7 @@
 // Types into the session that has the keyboard of this display, and prints what a key costs the program there: CPU time
-// of all its threads, from the key to rest, at each of the given lengths of text.
+// of all its threads, from the key to rest, at each of the given lengths of text, and then where the text is cut.
 //
-// usage: key_cost PROCESS LENGTH...
+// usage: key_cost PROCESS LIMIT LENGTH...
 
 #include "Costs.h"
 #include "Process.h"
@@ -22,6 +22,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t warmUp = 20;
 constexpr std::size_t measured = 200;
+constexpr std::size_t aroundCut = 6;
 constexpr auto untilRest = 40ms; ///< long enough for the dearest key, short enough for a table in a few minutes
 
 /// One character per key: one in ten an emoji (the Shift key types one), one in nine a blank, else a letter.
@@ -63,14 +64,14 @@ void waitForRest(const std::string& process) {
     } while (spent > blinking);
 }
 
-Costs measure(Typist& typist, const std::string& process) {
+Costs measure(Typist& typist, const std::string& process, std::size_t unmeasured, std::size_t keys) {
     std::vector<double> samples;
     double before = cpuMilliseconds(process);
-    for (std::size_t i = 0; i < warmUp + measured; ++i) {
+    for (std::size_t i = 0; i < unmeasured + keys; ++i) {
         typist.type();
         std::this_thread::sleep_for(untilRest);
         const double now = cpuMilliseconds(process);
-        if (i >= warmUp) {
+        if (i >= unmeasured) {
             samples.push_back(now - before);
         }
         before = now;
@@ -78,7 +79,14 @@ Costs measure(Typist& typist, const std::string& process) {
     return costsOf(std::move(samples));
 }
 
-void run(const std::string& process, const std::vector<std::size_t>& lengths) {
+/// The dearest of the keys around the one that passes the limit.
+double measureCut(Typist& typist, const std::string& process, std::size_t limit) {
+    typist.fill(limit - aroundCut);
+    waitForRest(process);
+    return measure(typist, process, 0, 2 * aroundCut).dearest;
+}
+
+void run(const std::string& process, std::size_t limit, const std::vector<std::size_t>& lengths) {
     Typist typist;
     std::vector<double> medians;
     std::vector<double> memory;
@@ -86,7 +94,7 @@ void run(const std::string& process, const std::vector<std::size_t>& lengths) {
     for (const std::size_t length : lengths) {
         typist.fill(length);
         waitForRest(process);
-        const Costs costs = measure(typist, process);
+        const Costs costs = measure(typist, process, warmUp, measured);
         printCosts("the program in a session", length, measured, costs);
         medians.push_back(costs.median);
         memory.push_back(residentMebibytes(process));
@@ -94,20 +102,22 @@ void run(const std::string& process, const std::vector<std::size_t>& lengths) {
     std::printf("key at %zu / key at %zu %33.2f\n", lengths.back(), lengths.front(), medians.back() / medians.front());
     std::printf("memory of the program, MiB, at %zu: %.1f, at %zu: %.1f\n", lengths.front(), memory.front(),
                 lengths.back(), memory.back());
+    const double cut = measureCut(typist, process, limit);
+    std::printf("the key that cuts the text at %zu, ms: %.2f, in keys: %.1f\n", limit, cut, cut / medians.back());
 }
 
 } // namespace
 } // namespace tapalong::bench
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
-        std::fputs("usage: key_cost PROCESS LENGTH...\n", stderr);
+    if (argc < 4) {
+        std::fputs("usage: key_cost PROCESS LIMIT LENGTH...\n", stderr);
         return EXIT_FAILURE;
     }
     std::vector<std::size_t> lengths;
-    for (int i = 2; i < argc; ++i) {
+    for (int i = 3; i < argc; ++i) {
         lengths.push_back(std::stoul(argv[i]));
     }
-    tapalong::bench::run(argv[1], lengths);
+    tapalong::bench::run(argv[1], std::stoul(argv[2]), lengths);
     return EXIT_SUCCESS;
 }
