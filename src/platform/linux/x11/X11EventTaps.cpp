@@ -70,6 +70,7 @@ std::optional<TapHandle> X11EventTaps::createTap(TapLocation /*location*/, TapPl
     if (!takeInputPatiently()) {
         return std::nullopt;
     }
+    m_serverKeys.close();
     auto tap = std::make_shared<Tap>(Tap{.id = ++m_lastId, .mask = eventsOfInterest, .callback = std::move(callback)});
     m_taps.insert(m_taps.begin(), tap);
     return static_cast<TapHandle>(tap->id);
@@ -116,6 +117,9 @@ void X11EventTaps::removeSource(RunLoopSource source) {
     tap->isRefused = false;
     std::erase(m_taps, tap);
     releaseInputUnlessWanted();
+    if (m_taps.empty()) {
+        m_serverKeys.reopen();
+    }
 }
 
 std::shared_ptr<X11EventTaps::Tap> X11EventTaps::find(std::uint64_t id) const {

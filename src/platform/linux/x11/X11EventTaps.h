@@ -3,6 +3,7 @@
 #include "platform/EventTaps.h"
 #include "platform/linux/x11/Grabs.h"
 #include "platform/linux/x11/SecureInput.h"
+#include "platform/linux/x11/ServerKeys.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11Keyboard.h"
@@ -18,6 +19,7 @@
 namespace tapalong {
 
 /// Taps by active grabs of keyboard and pointer. The grabs are had in createTap() and held while any tap is enabled.
+/// What a grab does not stop is closed from the first tap to the last (see ServerKeys).
 ///
 /// Keys are offered to the taps, newest first. One that no tap consumes goes on to our local monitors and then to
 /// nobody: X cannot hand a grabbed key on. The wheel and all buttons but left and right are offered too, wherever the
@@ -42,6 +44,9 @@ public:
 
     /// Whether keys are being intercepted at this moment.
     [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
+
+    /// Whether the keys that no grab stops are closed too, as they are meant to be from the first tap to the last.
+    [[nodiscard]] bool serverKeysAreClosed() const { return m_serverKeys.areClosed(); }
 
 private:
     struct Tap {
@@ -73,6 +78,7 @@ private:
     X11Keyboard m_keyboard;
     KeyboardGrab m_keyboardGrab;
     PointerGrab m_pointerGrab;
+    ServerKeys m_serverKeys;
     std::shared_ptr<X11Connection::Listener> m_listener;
     std::vector<std::shared_ptr<Tap>> m_taps; ///< newest first
     std::uint64_t m_lastId = 0;

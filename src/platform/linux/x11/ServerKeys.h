@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/linux/x11/GuardProcess.h"
+
+#include <QSocketNotifier>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tapalong {
+
+/// What keys do at the X server itself, past every grab: virtual terminals, zapping, breaking grabs, accessibility hot
+/// keys, bindings to a single device. Closed and put back by a process of its own (tapalong-x11-guard), so that it is
+/// put back however ours ends.
+class ServerKeys {
+public:
+    /// The guard that was built and installed together with the running program.
+    [[nodiscard]] static std::string guardBesideProgram();
+
+    explicit ServerKeys(std::string guard = guardBesideProgram()) : m_guardProgram(std::move(guard)) {}
+    ~ServerKeys() { reopen(); }
+    ServerKeys(const ServerKeys&) = delete;
+    ServerKeys& operator=(const ServerKeys&) = delete;
+
+    /// Waits until it is done, at most half a second; what is late counts when it comes. Nothing while closed.
+    void close();
+
+    /// Puts everything back as it was at close(), locked keys and the layout included. Waits like close().
+    void reopen();
+
+    /// False while open, and when the guard could not be started or the server refused it.
+    [[nodiscard]] bool areClosed() const { return m_areClosed; }
+
+private:
+    void startGuard();
+    void hearGuard();
+    [[nodiscard]] bool endGuard();
+
+    std::string m_guardProgram;
+    int m_snapshotFile = -1;
+    std::unique_ptr<GuardProcess> m_guard;
+    std::optional<QSocketNotifier> m_guardSpeaks;
+    QObject m_listener; ///< not the notifier itself: hearing it may end it
+    bool m_areClosed = false;
+};
+
+} // namespace tapalong

@@ -1,0 +1,151 @@
+#include "platform/linux/x11guard/ServerKeysGuard.h"
+
+#include "platform/linux/x11guard/KeyActions.h"
+
+namespace tapalong {
+
+namespace {
+
+constexpr std::uint32_t hotKeys = XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS;
+
+void watchHierarchy(xcb_connection_t* xcb) {
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } selection{.head = {.deviceid = XCB_INPUT_DEVICE_ALL, .mask_len = 1}, .mask = XCB_INPUT_XI_EVENT_MASK_HIERARCHY};
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
+    xcb_input_xi_select_events(xcb, root, 1, &selection.head);
+}
+
+} // namespace
+
+ServerKeysGuard::ServerKeysGuard(Snapshot& snapshot) : m_snapshot(snapshot), m_xcb(xcb_connect(nullptr, nullptr)) {
+    m_isSetUp = xcb_connection_has_error(xcb()) == 0 && setUp();
+}
+
+bool ServerKeysGuard::isConnected() const {
+    return m_isSetUp && xcb_connection_has_error(xcb()) == 0;
+}
+
+bool ServerKeysGuard::setUp() {
+    xcb_prefetch_extension_data(xcb(), &xcb_xkb_id);
+    xcb_prefetch_extension_data(xcb(), &xcb_input_id);
+    const auto* xkb = xcb_get_extension_data(xcb(), &xcb_xkb_id);
+    const auto* xinput = xcb_get_extension_data(xcb(), &xcb_input_id);
+    if (xkb == nullptr || xkb->present == 0 || xinput == nullptr || xinput->present == 0) {
+        return false;
+    }
+    m_xkbEventBase = xkb->first_event;
+    m_xinputOpcode = xinput->major_opcode;
+    const auto xkbUse = own(xcb_xkb_use_extension_reply(xcb(), xcb_xkb_use_extension(xcb(), 1, 0), nullptr));
+    const auto version = own(xcb_input_xi_query_version_reply(xcb(), xcb_input_xi_query_version(xcb(), 2, 2), nullptr));
+    if (!xkbUse || xkbUse->supported == 0 || !version || version->major_version < 2) {
+        return false;
+    }
+    watchHierarchy(xcb());
+    return true;
+}
+
+// Before the device is read: what changes in between is told.
+void ServerKeysGuard::watchDevice(std::uint16_t device) {
+    constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_KEY_ACTIONS;
+    xcb_xkb_select_events_details_t details{};
+    details.affectCtrls = XCB_XKB_CONTROL_CONTROLS_ENABLED;
+    details.ctrlDetails = XCB_XKB_CONTROL_CONTROLS_ENABLED;
+    xcb_xkb_select_events_aux(xcb(), device, events | XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY, 0, events, parts, parts,
+                              &details);
+}
+
+// All are saved before the first is changed: what is set on a master is set on its devices too.
+bool ServerKeysGuard::close() {
+    const auto all = keyboards(xcb());
+    bool isClosed = true;
+    for (const Keyboard& each : all) {
+        isClosed = save(each.device) && isClosed;
+    }
+    for (const Keyboard& each : all) {
+        if (auto* const saved = m_snapshot.find(each.device)) {
+            isClosed = closeDevice(each, *saved) && isClosed;
+        }
+    }
+    return isClosed;
+}
+
+bool ServerKeysGuard::save(std::uint16_t device) {
+    watchDevice(device);
+    if (m_snapshot.find(device) != nullptr) {
+        return true;
+    }
+    const auto locks = lockState(xcb(), device);
+    const auto controls = enabledControls(xcb(), device);
+    const auto focus = deviceFocus(xcb(), device);
+    return locks && controls && focus &&
+           m_snapshot.add({.device = device, .locks = *locks, .enabledControls = *controls, .focus = *focus});
+}
+
+bool ServerKeysGuard::closeDevice(const Keyboard& keyboard, SavedDevice& saved) {
+    bool isClosed = takeOutServerActions(xcb(), keyboard.device, m_snapshot);
+    const auto controls = enabledControls(xcb(), keyboard.device);
+    if (controls && (*controls & hotKeys) != 0) {
+        saved.enabledControls |= hotKeys; // the desktop may have switched them on meanwhile: it gets them back
+        isClosed = setControls(xcb(), keyboard.device, hotKeys, 0) && isClosed;
+    }
+    if (!keyboard.isMaster && deviceFocus(xcb(), keyboard.device) != XCB_INPUT_FOCUS_NONE) {
+        isClosed = setDeviceFocus(xcb(), keyboard.device, XCB_INPUT_FOCUS_NONE) && isClosed;
+    }
+    return isClosed && controls.has_value();
+}
+
+void ServerKeysGuard::reopen() {
+    for (const Keyboard& each : keyboards(xcb())) {
+        if (const auto* const saved = m_snapshot.find(each.device)) {
+            reopenDevice(each, *saved);
+        }
+    }
+    // The answer says that all of it is done.
+    (void)own(xcb_get_input_focus_reply(xcb(), xcb_get_input_focus(xcb()), nullptr));
+}
+
+void ServerKeysGuard::reopenDevice(const Keyboard& keyboard, const SavedDevice& saved) {
+    putBackServerActions(xcb(), keyboard.device, m_snapshot);
+    const auto controls = enabledControls(xcb(), keyboard.device);
+    if (controls && *controls != saved.enabledControls) {
+        (void)setControls(xcb(), keyboard.device, *controls ^ saved.enabledControls, saved.enabledControls);
+    }
+    if (const auto locks = lockState(xcb(), keyboard.device); locks && *locks != saved.locks) {
+        changeLockState(xcb(), keyboard.device, *locks, saved.locks);
+    }
+    // Its window may be gone by now, as any window that has the focus may.
+    if (!keyboard.isMaster && !setDeviceFocus(xcb(), keyboard.device, saved.focus)) {
+        (void)setDeviceFocus(xcb(), keyboard.device, XCB_INPUT_FOCUS_POINTER_ROOT);
+    }
+}
+
+bool ServerKeysGuard::hasNews() {
+    bool found = false;
+    while (const auto event = own(xcb_poll_for_event(xcb()))) {
+        found = isNews(*event) || found;
+    }
+    return found;
+}
+
+bool ServerKeysGuard::isNews(const xcb_generic_event_t& event) {
+    if (kindOf(event) == m_xkbEventBase) {
+        return true;
+    }
+    if (xinputTypeOf(event, m_xinputOpcode) != XCB_INPUT_HIERARCHY) {
+        return false;
+    }
+    const auto& hierarchy = as<xcb_input_hierarchy_event_t>(event);
+    constexpr std::uint32_t removed = XCB_INPUT_HIERARCHY_MASK_MASTER_REMOVED | XCB_INPUT_HIERARCHY_MASK_SLAVE_REMOVED;
+    for (auto each = xcb_input_hierarchy_infos_iterator(&hierarchy); each.rem > 0;
+         xcb_input_hierarchy_info_next(&each)) {
+        if ((each.data->flags & removed) != 0) {
+            m_snapshot.forget(each.data->deviceid);
+        }
+    }
+    return true;
+}
+
+} // namespace tapalong

@@ -1,0 +1,78 @@
+// Closes what a grab of the keyboard leaves open, for as long as the program that started it lives and wants it so:
+// until the end of standard input. That end comes in every case, also when the program is killed, so there is one way
+// back for all of them, and it runs in a process that holds nothing else and has little to fail with.
+//
+//     descriptor 0   its end is the order to put everything back and to leave
+//     descriptor 1   gets the line "closed" once the server has done all that was asked
+//     descriptor 3   the snapshot's file
+
+#include "platform/linux/x11guard/ServerKeysGuard.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <string_view>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+using tapalong::ServerKeysGuard;
+
+constexpr int snapshotFile = 3;
+// Another program that insists on its own keymap must not keep both of us and the server busy.
+constexpr auto leastBetweenCloses = 50ms;
+
+void ignoreSignals() {
+    for (const int each : {SIGHUP, SIGINT, SIGPIPE, SIGQUIT, SIGTERM, SIGTSTP}) {
+        std::signal(each, SIG_IGN);
+    }
+}
+
+bool hasEnded(int descriptor) {
+    std::array<char, 64> anything{};
+    return read(descriptor, anything.data(), anything.size()) <= 0;
+}
+
+void report(bool isClosed) {
+    if (isClosed) {
+        constexpr std::string_view word = "closed\n";
+        [[maybe_unused]] const auto written = write(STDOUT_FILENO, word.data(), word.size());
+    }
+}
+
+void keepClosedUntilInputEnds(ServerKeysGuard& guard) {
+    while (guard.isConnected()) {
+        if (guard.hasNews()) {
+            (void)guard.close();
+            std::this_thread::sleep_for(leastBetweenCloses);
+            continue;
+        }
+        std::array<pollfd, 2> awaited{{{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0},
+                                       {.fd = guard.descriptor(), .events = POLLIN, .revents = 0}}};
+        if (poll(awaited.data(), awaited.size(), -1) > 0 && awaited[0].revents != 0 && hasEnded(STDIN_FILENO)) {
+            return;
+        }
+    }
+}
+
+} // namespace
+
+int main() {
+    ignoreSignals();
+    auto* const snapshot = tapalong::Snapshot::inFile(snapshotFile);
+    if (snapshot == nullptr) {
+        return 1;
+    }
+    ServerKeysGuard guard(*snapshot);
+    if (!guard.isConnected()) {
+        return 1;
+    }
+    report(guard.close());
+    keepClosedUntilInputEnds(guard);
+    guard.reopen();
+    return 0;
+}
