@@ -7,7 +7,7 @@ namespace tapalong {
 DesktopPlatform::DesktopPlatform()
     : m_userDefaults(JsonUserDefaults::standardPath(), m_notices), m_input(makeDesktopInput(m_notices)),
       m_screens([this] { return m_input->pointer(); }), m_windows(windowTraits()),
-      m_application(m_windows, m_appearance) {}
+      m_inhibitors(presentSessionBus(), openSystemBus, {}), m_application(m_windows, m_appearance, m_inhibitors) {}
 
 WindowTraits DesktopPlatform::windowTraits() {
     WindowTraits traits;

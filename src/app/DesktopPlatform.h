@@ -13,6 +13,7 @@
 #include "platform/desktop/QtWindows.h"
 #include "platform/desktop/StdOutput.h"
 #include "platform/desktop/StdRandomSource.h"
+#include "platform/linux/dbus/DesktopInhibitors.h"
 #include "platform/linux/dbus/PortalAppearance.h"
 #include "platform/linux/sound/PulseSystemSounds.h"
 
@@ -44,6 +45,7 @@ private:
     std::unique_ptr<DesktopInput> m_input;
     QtScreens m_screens;
     QtWindows m_windows;
+    DesktopInhibitors m_inhibitors;
     QtApplication m_application;
 };
 

@@ -2,13 +2,15 @@
 
 #include "platform/desktop/AppearanceSource.h"
 #include "platform/desktop/QtWindows.h"
+#include "platform/desktop/TerminationGuard.h"
 
 #include <QGuiApplication>
 
 namespace tapalong {
 
-QtApplication::QtApplication(const QtWindows& windows, const AppearanceSource& appearance)
-    : m_windows(windows), m_appearance(appearance) {}
+QtApplication::QtApplication(const QtWindows& windows, const AppearanceSource& appearance,
+                             TerminationGuard& terminationGuard)
+    : m_windows(windows), m_appearance(appearance), m_terminationGuard(terminationGuard) {}
 
 bool QtApplication::isActive() const {
     return QGuiApplication::focusWindow() != nullptr;
@@ -19,6 +21,15 @@ void QtApplication::activateIgnoringOtherApps() {
         window->quickView().raise();
         window->takeKeyboard();
     }
+}
+
+void QtApplication::setPresentationOptions(PresentationOptions options) {
+    m_presentationOptions = options;
+    disablesSessionTermination() ? m_terminationGuard.hold() : m_terminationGuard.release();
+}
+
+bool QtApplication::disablesSessionTermination() const {
+    return (m_presentationOptions & Presentation::disableSessionTermination) != 0;
 }
 
 std::optional<Appearance> QtApplication::effectiveAppearance() const {

@@ -1,9 +1,9 @@
 #include "platform/desktop/QtWindows.h"
 
-#include "platform/desktop/AppearanceSource.h"
 #include "platform/desktop/DesktopTest.test.h"
 #include "platform/desktop/QtApplication.h"
 #include "platform/desktop/QtScreens.h"
+#include "platform/desktop/StandIns.test.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -32,11 +32,6 @@ struct RecordingResponder final : WindowResponder {
 
     std::vector<std::int64_t> codes;
     int flagChanges = 0;
-};
-
-class LightDesktop final : public AppearanceSource {
-public:
-    [[nodiscard]] std::optional<Appearance> appearance() const override { return Appearance::aqua; }
 };
 
 class QtWindowsTest : public DesktopTest {
@@ -191,7 +186,8 @@ TEST_F(QtWindowsTest, KeysThatNothingTookReachTheResponder) {
 TEST_F(QtWindowsTest, ActivationGivesTheKeyboardToTheWindowOfTheHighestLevel) {
     openSettings();
     const LightDesktop light;
-    QtApplication application(windows, light);
+    RecordingGuard guard;
+    QtApplication application(windows, light, guard);
     application.activateIgnoringOtherApps();
     EXPECT_EQ(keyboardTakenBy.back()->title(), "Tapalong Settings");
     const auto window = makeSessionWindow();

@@ -102,6 +102,11 @@ class Desktop:
         # No system bus: what the machine itself runs must not answer.
         self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + self.path("run", "no-system-bus")
 
+    def start_system_bus(self):
+        """A system bus of our own, with nothing on it, and nothing known of its rights."""
+        bus = self.run_beside(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+
     def start_accessibility(self):
         """A program that was started before looks at the tree's bus from now on if it was told to by
         QT_LINUX_ACCESSIBILITY_ALWAYS_ON; one that is started later does in any case."""

@@ -1,12 +1,11 @@
 #include "platform/linux/dbus/PortalAppearance.h"
 
 #include "platform/desktop/PaletteAppearance.h"
+#include "platform/linux/dbus/Buses.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QDir>
-#include <QFileInfo>
 
 namespace tapalong {
 
@@ -20,14 +19,6 @@ const auto schemeKey = QStringLiteral("color-scheme");
 
 /// What a start may wait for the first answer. A portal that must itself be started first takes longer.
 constexpr int firstAnswerLimit = 200; // milliseconds
-
-/// Asking for the session's bus where there is none would start one, which would outlive us.
-QDBusConnection presentSessionBus() {
-    const auto runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const bool isPresent = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-                           (!runtimeFolder.isEmpty() && QFileInfo::exists(runtimeFolder + QStringLiteral("/bus")));
-    return isPresent ? QDBusConnection::sessionBus() : QDBusConnection(QString());
-}
 
 /// Read wraps its answer twice, the signal once.
 QVariant unwrapped(QVariant value) {

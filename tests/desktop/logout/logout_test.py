@@ -1,0 +1,191 @@
+"""Logging out of the desktop: refused in Lockdown Mode only, and what holds it off goes with the session."""
+import os
+import signal
+import subprocess
+import sys
+import threading
+import unittest
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(HERE, "..", "cycle"))
+
+from case import DesktopCase, wait_until  # noqa: E402  pylint: disable=wrong-import-position
+
+SESSION_MANAGER = os.environ["TAPALONG_SESSION_MANAGER"]
+SERVICES = ["/usr/bin/python3", os.path.join(HERE, "..", "rig", "services.py")]
+TAP_ENDED = "🔓 CGEventTap deactivated — normal input restored"
+KEYS = ["handle-hibernate-key", "handle-lid-switch", "handle-power-key", "handle-reboot-key", "handle-suspend-key"]
+
+
+class Beside:
+    """A process beside the program, whose lines are collected."""
+
+    def __init__(self, desktop, command):
+        self.lines = []
+        self.process = desktop.run_beside(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.first_line = self.process.stdout.readline().decode().rstrip("\n")
+        threading.Thread(target=self._collect, daemon=True).start()
+
+    def _collect(self):
+        for line in self.process.stdout:
+            self.lines.append(line.decode().rstrip("\n"))
+
+    def tell(self, command):
+        del self.lines[:]
+        self.process.stdin.write(command.encode() + b"\n")
+        self.process.stdin.flush()
+
+    def wait_for(self, line):
+        wait_until(lambda: line in self.lines, f"the line {line!r}; there was {self.lines}")
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.terminate()
+        self.process.wait()
+
+
+class SessionManagement(DesktopCase):
+    """The session management protocol of X, with a session manager that asks everybody before it logs out."""
+
+    def setUp(self):
+        super().setUp()
+        self.manager = Beside(self.desktop, [SESSION_MANAGER])
+        self.desktop.environment["SESSION_MANAGER"] = self.manager.first_line
+
+    def tearDown(self):
+        super().tearDown()
+        del self.desktop.environment["SESSION_MANAGER"]
+        self.manager.end()
+
+    def start_session(self, **settings):
+        program = super().start_session(**settings)
+        # The session manager has asked a new client for what it has; only then may it ask again.
+        self.manager.wait_for("saved")
+        return program
+
+    def assert_ends_in_order(self):
+        self.manager.tell("die")
+        self.assertEqual(self.program.wait_for_end(), 0)
+        self.manager.wait_for("left")
+
+    def test_lockdown_mode_refuses_and_the_session_goes_on(self):
+        program = self.start_session(kioskMode=True)
+        for _ in range(2):
+            self.manager.tell("log-out")
+            self.manager.wait_for("cancelled the log-out")
+            self.manager.wait_for("did not save")
+        self.desktop.type("on")
+        self.wait_text("on")
+        self.assertNotIn(TAP_ENDED, program.lines)
+
+    def test_after_lockdown_mode_the_desktop_logs_out(self):
+        self.start_session(kioskMode=True)
+        self.leave()
+        self.manager.tell("log-out")
+        self.manager.wait_for("saved")
+        self.assertEqual(self.manager.lines, ["saved"])
+        self.assert_ends_in_order()
+
+    def test_without_lockdown_mode_a_session_lets_go_and_ends(self):
+        self.start_session(kioskMode=False)
+        self.manager.tell("log-out")
+        self.manager.wait_for("saved")
+        self.assertEqual(self.manager.lines, ["saved"])
+        self.assert_ends_in_order()
+        self.assertIn(TAP_ENDED, self.program.lines)
+
+    def test_a_log_out_that_heeds_nobody_ends_lockdown_mode_in_order(self):
+        self.start_session(kioskMode=True)
+        self.assert_ends_in_order()
+        self.assertIn(TAP_ENDED, self.program.lines)
+
+
+class Inhibitors(DesktopCase):
+    """What is asked of the desktop's services and of the login service."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.desktop.start_system_bus()
+
+    def setUp(self):
+        super().setUp()
+        self.services = None
+
+    def tearDown(self):
+        super().tearDown()
+        if self.services is not None:
+            self.services.end()
+
+    def start_services(self, *refused):
+        self.services = Beside(self.desktop, [*SERVICES, *refused])
+        self.assertEqual(self.services.first_line, "ready")
+
+    def held(self):
+        lines = list(self.services.lines)
+        begun = [line[2:] for line in lines if line.startswith("+")]
+        for line in lines:
+            if line.startswith("-"):
+                begun.remove(line[2:])
+        return sorted(begun)
+
+    def wait_held(self, *expected):
+        wait_until(lambda: self.held() == sorted(expected), f"{expected} to be held; there was {self.services.lines}")
+
+    def all_of(self, *keys):
+        return ["session 3", *(f"login {key}" for key in keys)]
+
+    def test_they_are_held_for_the_length_of_a_session_in_lockdown_mode(self):
+        self.start_services()
+        self.start_session(kioskMode=True)
+        self.wait_held(*self.all_of(*KEYS))
+        self.desktop.settle(1.2)  # the watchdog asserts the options twice a second
+        self.wait_held(*self.all_of(*KEYS))
+        self.assertEqual(self.services.lines.count("+ session 3"), 1)
+        self.leave()
+        self.wait_held()
+
+    def test_without_lockdown_mode_nothing_is_asked(self):
+        self.start_services()
+        self.start_session(kioskMode=False)
+        self.leave()
+        self.assertEqual(self.services.lines, [])
+
+    def test_they_go_with_a_program_that_is_killed(self):
+        self.start_services()
+        self.start_session(kioskMode=True)
+        self.wait_held(*self.all_of(*KEYS))
+        self.program.process.kill()
+        self.wait_held()
+
+    def test_they_go_with_a_program_that_is_told_to_end(self):
+        self.start_services()
+        self.start_session(kioskMode=True)
+        self.wait_held(*self.all_of(*KEYS))
+        self.assertEqual(self.program.quit(), 0)
+        self.wait_held()
+
+    def test_what_is_refused_is_done_without(self):
+        self.start_services("handle-power-key", "handle-lid-switch")
+        self.start_session(kioskMode=True)
+        self.wait_held(*self.all_of("handle-suspend-key", "handle-hibernate-key", "handle-reboot-key"))
+        self.leave()
+        self.wait_held()
+
+    def test_services_that_do_not_answer_hold_nothing_up(self):
+        self.start_services()
+        # Only now: the accessibility service, by which we look, waits for the session manager when it starts.
+        program = self.launch(kioskMode=True)
+        self.services.process.send_signal(signal.SIGSTOP)
+        self.addCleanup(self.services.process.send_signal, signal.SIGCONT)
+        program.click("Start Session")
+        wait_until(lambda: program.typed_text() == "", "an empty session")
+        self.desktop.type("on")
+        self.wait_text("on")
+        self.leave()
+        self.services.process.send_signal(signal.SIGCONT)
+        self.wait_held()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
