@@ -33,6 +33,10 @@ public:
     /// The password field that got the keyboard focus, null when it lost it.
     virtual void secureFieldFocused(QObject* field) = 0;
 
+    /// Whether something on this desktop makes more of touchpad gestures than scrolling and zooming, where we could not
+    /// stop it.
+    [[nodiscard]] virtual bool desktopMakesGestures() const = 0;
+
     /// Fills in how windows are made here; this object must outlive them.
     virtual void describeWindows(WindowTraits& traits) = 0;
 };

@@ -7,7 +7,10 @@ namespace tapalong {
 DesktopPlatform::DesktopPlatform()
     : m_userDefaults(JsonUserDefaults::standardPath(), m_notices), m_input(makeDesktopInput(m_notices)),
       m_screens([this] { return m_input->pointer(); }), m_windows(windowTraits()),
-      m_inhibitors(presentSessionBus(), openSystemBus, {}), m_application(m_windows, m_appearance, m_inhibitors) {}
+      m_inhibitors(presentSessionBus(), openSystemBus,
+                   [this](bool granted) { m_limitFinder.powerKeyAnswered(granted); }),
+      m_application(m_windows, m_appearance, m_inhibitors),
+      m_limitFinder(m_limits, *m_input, m_inhibitors.powerKeys()) {}
 
 WindowTraits DesktopPlatform::windowTraits() {
     WindowTraits traits;
@@ -25,6 +28,7 @@ Platform DesktopPlatform::platform() {
             .biometrics = m_biometrics,
             .eventMonitors = m_input->eventMonitors(),
             .eventTaps = m_input->eventTaps(),
+            .inputLimits = m_limits,
             .keyboardLocks = m_input->keyboardLocks(),
             .mainQueue = m_mainQueue,
             .notificationCenter = m_notificationCenter,

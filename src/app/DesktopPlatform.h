@@ -1,9 +1,11 @@
 #pragma once
 
 #include "app/DesktopInput.h"
+#include "app/DesktopLimits.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Platform.h"
 #include "platform/desktop/JsonUserDefaults.h"
+#include "platform/desktop/LimitBoard.h"
 #include "platform/desktop/NoBiometrics.h"
 #include "platform/desktop/NoticeBoard.h"
 #include "platform/desktop/QtApplication.h"
@@ -33,6 +35,7 @@ private:
     [[nodiscard]] WindowTraits windowTraits();
 
     NoticeBoard m_notices;
+    LimitBoard m_limits;
     NotificationCenter m_notificationCenter;
     StdOutput m_standardOutput;
     StdRandomSource m_random;
@@ -47,6 +50,7 @@ private:
     QtWindows m_windows;
     DesktopInhibitors m_inhibitors;
     QtApplication m_application;
+    DesktopLimits m_limitFinder;
 };
 
 } // namespace tapalong

@@ -18,6 +18,8 @@ public:
     [[nodiscard]] KeyboardLocks& keyboardLocks() override { return m_eventMonitors.keyboardLocks(); }
     [[nodiscard]] std::optional<QPointF> pointer() const override { return m_seenPointer.position(); }
     void secureFieldFocused(QObject*) override {} // without taps every key is the field's own
+    /// The touchpad is the compositor's own.
+    [[nodiscard]] bool desktopMakesGestures() const override { return true; }
     void describeWindows(WindowTraits& traits) override;
 
 private:

@@ -1,7 +1,10 @@
 #include "app/DesktopX11.h"
 
 #include "platform/desktop/NoticeBoard.h"
+#include "platform/linux/limits/GestureMakers.h"
+#include "platform/linux/limits/KernelFiles.h"
 #include "platform/linux/x11/QtConnection.h"
+#include "platform/linux/x11/WindowManagerName.h"
 #include "platform/linux/x11/X11Pointer.h"
 
 #include <QTimer>
@@ -39,6 +42,11 @@ DesktopX11::DesktopX11(NoticeBoard& notices) {
 
 std::optional<QPointF> DesktopX11::pointer() const {
     return pointerPosition(m_connection);
+}
+
+bool DesktopX11::desktopMakesGestures() const {
+    return m_connection.isUsable() &&
+           makesGestures(windowManagerName(m_connection.xcb(), m_connection.root()), KernelFiles().runningPrograms());
 }
 
 void DesktopX11::describeWindows(WindowTraits& traits) {

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] KeyboardLocks& keyboardLocks() override { return m_keyboardLocks; }
     [[nodiscard]] std::optional<QPointF> pointer() const override;
     void secureFieldFocused(QObject* field) override { m_secureInput.setSecureField(field); }
+    [[nodiscard]] bool desktopMakesGestures() const override;
     void describeWindows(WindowTraits& traits) override;
 
 private:

@@ -12,6 +12,7 @@ struct InterceptionTest : KioskFixture {
                 .biometrics = usual.biometrics,
                 .eventMonitors = monitors,
                 .eventTaps = taps,
+                .inputLimits = usual.inputLimits,
                 .keyboardLocks = usual.keyboardLocks,
                 .mainQueue = usual.mainQueue,
                 .notificationCenter = usual.notificationCenter,

@@ -7,6 +7,7 @@ class Application;
 class Biometrics;
 class EventMonitors;
 class EventTaps;
+class InputLimits;
 class KeyboardLocks;
 class MainQueue;
 class NotificationCenter;
@@ -26,6 +27,7 @@ struct Platform {
     Biometrics& biometrics;
     EventMonitors& eventMonitors;
     EventTaps& eventTaps;
+    InputLimits& inputLimits;
     KeyboardLocks& keyboardLocks;
     MainQueue& mainQueue;
     NotificationCenter& notificationCenter;

@@ -2,9 +2,12 @@
 
 #include "base/WhileAlive.h"
 #include "platform/Accessibility.h"
+#include "platform/InputLimits.h"
+#include "platform/MainQueue.h"
 #include "platform/Notices.h"
 #include "platform/SystemSounds.h"
 #include "session/SessionManager.h"
+#include "settings/LockdownLimits.h"
 #include "settings/SessionSettings.h"
 #include "settings/ShortcutRecorder.h"
 #include "sound/SoundPack.h"
@@ -24,6 +27,8 @@ SettingsView::SettingsView(std::shared_ptr<SessionManager> sessionManager, Sessi
                            const Platform& platform)
     : m_sessionManager(std::move(sessionManager)), m_settings(settings), m_platform(platform),
       m_shortcutRecorder(std::make_shared<ShortcutRecorder>(settings, platform)),
+      m_limitsSubscription(platform.inputLimits.objectWillChange([this] { sendObjectWillChange(); })),
+      m_settingsSubscription(settings.objectWillChange([this] { settingsWillChange(); })),
       m_noticesSubscription(platform.notices.objectWillChange([this] { sendObjectWillChange(); })),
       m_sessionSubscription(m_sessionManager->objectWillChange([this] { sessionWillChange(); })) {}
 
@@ -31,6 +36,8 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::onAppear() {
     checkAccessibilityPermission();
+    m_knowsLimits = false; // a touchpad may have been plugged in
+    followLockdownMode();
     m_accessibilityTimer =
         m_platform.timers.scheduledTimer(permissionInterval, Repeats::yes, weak_from_this(),
                                          whileAlive(weak_from_this(), &SettingsView::checkAccessibilityPermission));
@@ -58,6 +65,18 @@ void SettingsView::sessionWillChange() {
 void SettingsView::endForgottenRecording() {
     if (m_shortcutRecorder->isRecordingShortcut()) {
         m_shortcutRecorder->stopRecordingShortcut();
+    }
+}
+
+void SettingsView::settingsWillChange() {
+    m_platform.mainQueue.async(whileAlive(weak_from_this(), &SettingsView::followLockdownMode));
+}
+
+// Only then, because looking asks the system's services, which need not be troubled for a list that nobody sees.
+void SettingsView::followLockdownMode() {
+    const bool isOn = m_settings.kioskMode.get();
+    if (const bool knew = std::exchange(m_knowsLimits, isOn); isOn && !knew) {
+        m_platform.inputLimits.lookAgain();
     }
 }
 
@@ -131,6 +150,11 @@ std::string_view SettingsView::lastLockdownNotice() const {
         break;
     }
     return {};
+}
+
+std::vector<std::string> SettingsView::lockdownLimits() const {
+    const bool canBeInForce = m_settings.kioskMode.get() && accessibilityGranted();
+    return canBeInForce ? sentencesAbout(m_platform.inputLimits.openLimits()) : std::vector<std::string>();
 }
 
 Color SettingsView::customFG() const {

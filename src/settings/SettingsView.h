@@ -48,6 +48,8 @@ public:
     /// What the parent should know: troubles of the desktop, and a last session without its Lockdown Mode. Each is a
     /// few sentences.
     [[nodiscard]] std::vector<std::string> notices() const;
+    /// What Lockdown Mode cannot stop on this computer, each a sentence; nothing while it is off or cannot be had.
+    [[nodiscard]] std::vector<std::string> lockdownLimits() const;
 
     [[nodiscard]] Color customFG() const;
     [[nodiscard]] Color customBG() const;
@@ -71,6 +73,8 @@ public:
 
 private:
     void sessionWillChange();
+    void settingsWillChange();
+    void followLockdownMode();
     void endForgottenRecording();
     [[nodiscard]] std::string_view lastLockdownNotice() const;
     void watchForGrant(const std::shared_ptr<std::optional<TimerToken>>& watcher);
@@ -81,6 +85,9 @@ private:
     const std::shared_ptr<ShortcutRecorder> m_shortcutRecorder;
     Published<bool> m_accessibilityGranted{*this, false};
     std::optional<TimerToken> m_accessibilityTimer;
+    bool m_knowsLimits = false; ///< they were looked for since Lockdown Mode is on and the window is open
+    Subscription m_limitsSubscription;
+    Subscription m_settingsSubscription;
     Subscription m_noticesSubscription;
     Subscription m_sessionSubscription;
     std::unique_ptr<SystemSound> m_preview; ///< kept, or it would end before it is heard

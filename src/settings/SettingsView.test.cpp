@@ -270,6 +270,66 @@ TEST_F(SettingsViewTest, TheLastSessionsNoticeComesAfterTheDesktopsAndIsAnnounce
     EXPECT_EQ(view->notices().front(), "The disk is full.");
 }
 
+struct LockdownLimitsInSettingsTest : SettingsViewTest {
+    void setLockdownMode(bool on) {
+        settings.kioskMode.set(on);
+        world.time.advance(0);
+    }
+};
+
+TEST_F(LockdownLimitsInSettingsTest, WhatLockdownModeCannotStopIsSaidWhileItIsOn) {
+    world.inputLimits.set({InputLimit::powerButton});
+    view->onAppear();
+    EXPECT_TRUE(view->lockdownLimits().empty());
+    settings.kioskMode.set(true);
+    EXPECT_EQ(view->lockdownLimits(), std::vector<std::string>{"The power button can still switch this computer off."});
+    world.inputLimits.set({});
+    EXPECT_TRUE(view->lockdownLimits().empty());
+}
+
+TEST_F(LockdownLimitsInSettingsTest, WithoutThePermissionNothingIsSaidOfWhatItCouldNotStop) {
+    world.desktop.trusted = false;
+    world.inputLimits.set({InputLimit::powerButton});
+    settings.kioskMode.set(true);
+    view->onAppear();
+    EXPECT_TRUE(view->lockdownLimits().empty());
+}
+
+TEST_F(LockdownLimitsInSettingsTest, TheyAreLookedForWhenLockdownModeIsSwitchedOn) {
+    view->onAppear();
+    EXPECT_EQ(world.inputLimits.looks, 0);
+    setLockdownMode(true);
+    EXPECT_EQ(world.inputLimits.looks, 1);
+    setLockdownMode(true);
+    setLockdownMode(false);
+    EXPECT_EQ(world.inputLimits.looks, 1);
+    setLockdownMode(true);
+    EXPECT_EQ(world.inputLimits.looks, 2);
+}
+
+TEST_F(LockdownLimitsInSettingsTest, TheyAreLookedForEachTimeTheWindowAppears) {
+    world.defaults.stored["kioskMode"] = true;
+    view->onAppear();
+    EXPECT_EQ(world.inputLimits.looks, 1);
+    view->onDisappear();
+    view->onAppear();
+    EXPECT_EQ(world.inputLimits.looks, 2);
+}
+
+TEST_F(LockdownLimitsInSettingsTest, AChangeIsAnnounced) {
+    int announcements = 0;
+    const auto subscription = view->objectWillChange([&] { ++announcements; });
+    world.inputLimits.set({InputLimit::serverKeys});
+    EXPECT_EQ(announcements, 1);
+}
+
+TEST_F(LockdownLimitsInSettingsTest, AViewThatIsGoneLooksForNothing) {
+    settings.kioskMode.set(true);
+    view.reset();
+    world.time.advance(0);
+    EXPECT_EQ(world.inputLimits.looks, 0);
+}
+
 TEST_F(SettingsViewTest, ItsControlsAreBoundToTheStoreItWasGiven) {
     EXPECT_EQ(&view->settings(), &settings);
 }

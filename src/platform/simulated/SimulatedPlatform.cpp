@@ -14,6 +14,7 @@ Platform SimulatedPlatform::platform(bool withApplication) {
             .biometrics = biometrics,
             .eventMonitors = input,
             .eventTaps = input,
+            .inputLimits = inputLimits,
             .keyboardLocks = keyboardLocks,
             .mainQueue = time,
             .notificationCenter = notificationCenter,

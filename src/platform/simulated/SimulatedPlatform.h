@@ -33,6 +33,7 @@ public:
     SimulatedRandom random;
     SimulatedOutput output;
     SimulatedNotices notices;
+    SimulatedInputLimits inputLimits;
 
     /// Sends a key event to whoever has the keyboard, without letting posted work run.
     SimulatedInput::Receiver send(const InputEvent& event) { return input.deliver(event, desktop.active); }

@@ -116,4 +116,9 @@ void SimulatedNotices::set(std::vector<std::string> sentences) {
     m_sentences = std::move(sentences);
 }
 
+void SimulatedInputLimits::set(std::vector<InputLimit> open) {
+    sendObjectWillChange();
+    m_open = std::move(open);
+}
+
 } // namespace tapalong::simulated

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Biometrics.h"
+#include "platform/InputLimits.h"
 #include "platform/Notices.h"
 #include "platform/NotificationCenter.h"
 #include "platform/RandomSource.h"
@@ -109,6 +110,19 @@ public:
 
 private:
     std::vector<std::string> m_sentences;
+};
+
+/// A computer below which nothing is open until a test says so.
+class SimulatedInputLimits final : public InputLimits {
+public:
+    [[nodiscard]] std::vector<InputLimit> openLimits() const override { return m_open; }
+    void lookAgain() override { ++looks; }
+    void set(std::vector<InputLimit> open);
+
+    int looks = 0; ///< how often it was told to look
+
+private:
+    std::vector<InputLimit> m_open;
 };
 
 } // namespace tapalong::simulated

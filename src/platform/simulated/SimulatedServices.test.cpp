@@ -108,6 +108,17 @@ TEST_F(SimulatedServicesTest, NoticesAreAnnouncedBeforeTheyChange) {
     EXPECT_EQ(notices.notices(), std::vector<std::string>{"The disk is full."});
 }
 
+TEST(SimulatedInputLimits, LimitsAreAnnouncedBeforeTheyChangeAndLooksAreCounted) {
+    SimulatedInputLimits limits;
+    std::size_t seen = 99;
+    const auto subscription = limits.objectWillChange([&] { seen = limits.openLimits().size(); });
+    limits.lookAgain();
+    limits.set({InputLimit::powerButton});
+    EXPECT_EQ(seen, 0U);
+    EXPECT_EQ(limits.openLimits(), std::vector{InputLimit::powerButton});
+    EXPECT_EQ(limits.looks, 1);
+}
+
 TEST(SimulatedRandomDeathTest, ABoundOfNothingStopsTheProgram) {
     SimulatedRandom random(1);
     EXPECT_DEATH(std::ignore = random.uniform(0), "a random number needs a positive bound");

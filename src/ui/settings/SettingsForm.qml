@@ -63,10 +63,23 @@ Flickable {
         width: form.width - 40
         spacing: 20
 
-        GeneralSection {
-            view: form.view
-            theme: form.theme
+        ColumnLayout {
+            spacing: 8
             Layout.fillWidth: true
+
+            GeneralSection {
+                view: form.view
+                theme: form.theme
+                Layout.fillWidth: true
+            }
+            LockdownLimits {
+                theme: form.theme
+                sentences: form.view.lockdownLimits
+                visible: form.view.lockdownLimits.length > 0
+                Layout.fillWidth: true
+                Layout.leftMargin: 12
+                Layout.rightMargin: 12
+            }
         }
         SecuritySection {
             view: form.view

@@ -39,6 +39,7 @@ class SettingsViewAdapter final : public tapalong::ViewAdapter {
     VIEW_SETTING(bool, showEmojiInfo, setShowEmojiInfo, m_view->showEmojiInfo)
     VIEW_PROPERTY(bool, lockdownToggleEnabled, m_view->isLockdownToggleEnabled())
     VIEW_PROPERTY(QString, lockdownInfo, translated(m_view->lockdownInfo()))
+    VIEW_PROPERTY(QStringList, lockdownLimits, m_view->lockdownLimits())
     VIEW_PROPERTY(QString, emojiInfo, translated(m_view->emojiInfo()))
     VIEW_PROPERTY(bool, showsSoundPicker, m_view->showsSoundPicker())
     VIEW_PROPERTY(bool, showsColorPickers, m_view->showsColorPickers())

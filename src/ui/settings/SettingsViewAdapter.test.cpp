@@ -159,6 +159,26 @@ TEST_F(SettingsWindowTest, NoticesOfTheDesktopAreShown) {
     EXPECT_EQ(item("The disk is full."), nullptr);
 }
 
+TEST_F(SettingsWindowTest, WhatLockdownModeCannotStopIsListedWhileItIsOn) {
+    const char* head = "On this computer Lockdown Mode cannot stop everything:";
+    const char* powerButton = "The power button can still switch this computer off.";
+    gui.app.settingsView()->checkAccessibilityPermission();
+    gui.desktop.inputLimits.set({InputLimit::powerButton});
+    turn();
+    EXPECT_EQ(item(head), nullptr);
+    EXPECT_EQ(item(powerButton), nullptr);
+    const auto usualHeight = gui.window->rootObject()->implicitHeight();
+    clickOn(toggle("Lockdown Mode"));
+    EXPECT_NE(item(head), nullptr);
+    EXPECT_NE(item(powerButton), nullptr);
+    EXPECT_GT(gui.window->rootObject()->implicitHeight(), usualHeight);
+    gui.desktop.inputLimits.set({});
+    turn();
+    EXPECT_EQ(item(head), nullptr);
+    EXPECT_EQ(item(powerButton), nullptr);
+    EXPECT_EQ(gui.window->rootObject()->implicitHeight(), usualHeight) << "nothing to say takes no room";
+}
+
 TEST_F(SettingsWindowTest, StartNeedsAPassword) {
     auto* start = button("Start Session");
     EXPECT_FALSE(start->isEnabled());

@@ -186,6 +186,13 @@ class Inhibitors(DesktopCase):
         self.services.process.send_signal(signal.SIGCONT)
         self.wait_held()
 
+    def test_switching_lockdown_mode_on_tries_the_power_key_for_a_moment(self):
+        self.start_services()
+        program = self.launch()
+        program.click("Lockdown Mode", "check box")
+        wait_until(lambda: self.services.lines == ["+ login handle-power-key", "- login handle-power-key"],
+                   "the power key to be held and let go")
+
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

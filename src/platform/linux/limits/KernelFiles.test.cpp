@@ -1,0 +1,53 @@
+#include "platform/linux/limits/KernelFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+
+namespace tapalong {
+
+namespace {
+
+class KernelFilesTest : public testing::Test {
+protected:
+    KernelFilesTest() { std::filesystem::remove_all(m_root); }
+    ~KernelFilesTest() override { std::filesystem::remove_all(m_root); }
+
+    void write(const std::filesystem::path& name, const std::string& text) {
+        std::filesystem::create_directories((m_root / name).parent_path());
+        std::ofstream(m_root / name) << text;
+    }
+
+    std::filesystem::path m_root = testing::TempDir() + "kernel-files";
+    KernelFiles m_files{m_root};
+};
+
+TEST_F(KernelFilesTest, TextIsReadWholeAndAMissingFileIsNone) {
+    write("sys/kernel/sysrq", "438\n");
+    EXPECT_EQ(m_files.text("sys/kernel/sysrq"), "438\n");
+    EXPECT_EQ(m_files.text("sys/kernel/other"), std::nullopt);
+}
+
+TEST_F(KernelFilesTest, ProgramsAreTheFoldersNamedByANumber) {
+    write("12/comm", "openbox\n");
+    write("345/comm", "touchegg\n");
+    write("self/comm", "us\n");
+    std::filesystem::create_directories(m_root / "678"); // ended meanwhile
+    auto names = m_files.runningPrograms();
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"openbox", "touchegg"}));
+}
+
+TEST_F(KernelFilesTest, WithoutTheFilesNothingRuns) {
+    EXPECT_TRUE(m_files.runningPrograms().empty());
+}
+
+TEST(KernelFiles, OfThisComputerNameThisProgram) {
+    const auto names = KernelFiles().runningPrograms();
+    EXPECT_NE(std::find(names.begin(), names.end(), "limits_tests"), names.end());
+}
+
+} // namespace
+
+} // namespace tapalong

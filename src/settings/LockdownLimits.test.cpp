@@ -1,0 +1,30 @@
+#include "settings/LockdownLimits.h"
+
+#include <gtest/gtest.h>
+
+namespace tapalong {
+namespace {
+
+using Sentences = std::vector<std::string>;
+
+TEST(LockdownLimits, NothingOpenIsNothingToSay) {
+    EXPECT_EQ(sentencesAbout({}), Sentences{});
+}
+
+TEST(LockdownLimits, EachIsSaidPlainly) {
+    EXPECT_EQ(sentencesAbout({InputLimit::powerButton, InputLimit::serverKeys, InputLimit::touchpadGestures}),
+              (Sentences{"The power button can still switch this computer off.",
+                         "Control and Alt together with a function key can still switch to a text screen.",
+                         "Touchpad gestures can still reach the desktop."}));
+}
+
+TEST(LockdownLimits, ChordsWithSysRqShareOneSentence) {
+    const std::string keys = "Alt and Print Screen together with another key can still ";
+    EXPECT_EQ(sentencesAbout({InputLimit::sysRqEndsPrograms}), Sentences{keys + "close every program."});
+    EXPECT_EQ(sentencesAbout({InputLimit::sysRqRestarts}), Sentences{keys + "restart this computer."});
+    EXPECT_EQ(sentencesAbout({InputLimit::sysRqEndsPrograms, InputLimit::sysRqRestarts}),
+              Sentences{keys + "close every program or restart this computer."});
+}
+
+} // namespace
+} // namespace tapalong
