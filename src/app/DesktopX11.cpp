@@ -7,6 +7,7 @@
 #include "platform/linux/x11/WindowManagerName.h"
 #include "platform/linux/x11/X11Pointer.h"
 
+#include <QPointer>
 #include <QTimer>
 #include <QWindow>
 
@@ -68,19 +69,28 @@ void DesktopX11::keepOnTop(QWindow& window) {
     });
 }
 
-// While a tap holds the keyboard no other program could use the focus, but the password field needs it: without it the
-// password would be typed into the session. The watchdog rests while the overlay shows, so this cannot be left to it.
+// While a tap holds the keyboard no other program can use the focus, but it would have the keyboard the instant that the
+// tap ends. The watchdog rests while the overlay shows, so this cannot be left to it.
 void DesktopX11::keepKeyboard(QWindow& window) {
     // Not at the very moment, or another program that does the same would keep the server busy with the two of us.
     auto* const takeBack = new QTimer(&window);
     takeBack->setSingleShot(true);
     takeBack->setInterval(10ms);
-    QObject::connect(takeBack, &QTimer::timeout, &window, [this, &window] {
-        if (!window.isActive() && window.isVisible() && m_eventTaps.holdsInput()) {
+    QObject::connect(takeBack, &QTimer::timeout, &window, [&window] {
+        if (window.isVisible()) {
             takeKeyboard(window);
         }
     });
-    QObject::connect(&window, &QWindow::activeChanged, takeBack, [takeBack] { takeBack->start(); });
+    m_eventTaps.whenFocusIsTaken([takeBack = QPointer(takeBack)] {
+        if (takeBack) {
+            takeBack->start();
+        }
+    });
+    QObject::connect(&window, &QWindow::activeChanged, takeBack, [this, &window, takeBack] {
+        if (!window.isActive() && m_eventTaps.holdsInput()) {
+            takeBack->start();
+        }
+    });
 }
 
 } // namespace tapalong

@@ -362,6 +362,22 @@ TEST_F(X11EventTapsTest, OurWindowKeepsItsFocusWhileTheTapHolds) {
     ASSERT_TRUE(spinUntil([&] { return window.typed == "a"; }));
 }
 
+TEST_F(X11EventTapsTest, FocusTakenByAnotherProgramIsSaidAndTheWindowStaysActive) {
+    OwnWindow window;
+    int taken = 0;
+    taps.whenFocusIsTaken([&] { ++taken; });
+    start();
+    other.focus(elsewhere);
+    spinFor(300ms); // longer than the toolkit waits before it believes in a loss of focus
+    EXPECT_EQ(taken, 1);
+    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
+    window.activate();
+    stop();
+    other.focus(elsewhere);
+    ASSERT_TRUE(spinUntil([&] { return QGuiApplication::focusWindow() == nullptr; }));
+    EXPECT_EQ(taken, 1);
+}
+
 TEST_F(X11EventTapsTest, EventsOutsideTheMaskAreNotOffered) {
     start(maskOf(EventType::keyUp));
     other.tap(KEY_A);

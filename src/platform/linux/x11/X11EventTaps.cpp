@@ -35,6 +35,12 @@ bool isEndOfPointerGrab(const xcb_generic_event_t& event) {
     return kindOf(event) == XCB_ENTER_NOTIFY && as<xcb_enter_notify_event_t>(event).mode == XCB_NOTIFY_MODE_UNGRAB;
 }
 
+// Neither our own grab nor another program that takes the focus meanwhile: the window would stop its cursor and its
+// field, and the rest of a password would be typed into the session.
+bool isNoLossOfKeyboard(const xcb_focus_out_event_t& event) {
+    return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
+}
+
 // The release of a wheel step is no event of ours and yet must not reach a window alone.
 bool isWheelRelease(const xcb_generic_event_t& event, std::uint8_t xinputOpcode) {
     return xinputTypeOf(event, xinputOpcode) == XCB_INPUT_BUTTON_RELEASE &&
@@ -210,7 +216,7 @@ void X11EventTaps::handleConnectionEvent(const xcb_generic_event_t& event) {
 }
 
 void X11EventTaps::handleKey(xcb_keycode_t keycode, bool isPress) {
-    const bool isSecure = m_secureInput.isOn() && isFocusOurs(m_connection.xcb());
+    const bool isSecure = m_secureInput.isOn();
     noteSecureInput(isSecure);
     const KeyAction action = !isPress                     ? KeyAction::release
                              : m_keyboard.isHeld(keycode) ? KeyAction::repeat
@@ -243,6 +249,13 @@ void X11EventTaps::handleSecureKey(const TranslatedKey& key, KeyAction action) {
     }
 }
 
+void X11EventTaps::handleFocusLoss(const xcb_focus_out_event_t& event) const {
+    const bool isTaken = event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED && event.detail != XCB_NOTIFY_DETAIL_POINTER;
+    if (isTaken && m_whenFocusIsTaken) {
+        m_whenFocusIsTaken();
+    }
+}
+
 bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
     if (eventType != "xcb_generic_event_t") {
         return false;
@@ -251,9 +264,9 @@ bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message,
     if (!holdsInput()) {
         return false;
     }
-    // Our own grab is no loss of focus: the window would stop its cursor and its field.
-    if (kindOf(event) == XCB_FOCUS_OUT) {
-        return as<xcb_focus_out_event_t>(event).mode == XCB_NOTIFY_MODE_GRAB;
+    if (kindOf(event) == XCB_FOCUS_OUT && isNoLossOfKeyboard(as<xcb_focus_out_event_t>(event))) {
+        handleFocusLoss(as<xcb_focus_out_event_t>(event));
+        return true;
     }
     if (isEndOfPointerGrab(event) && !m_pointerGrab.take()) {
         inputIsLost(); // another program was quicker

@@ -12,8 +12,10 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace tapalong {
@@ -41,6 +43,10 @@ public:
     [[nodiscard]] RunLoopSource createRunLoopSource(TapHandle tap) override;
     void addSource(RunLoopSource source) override;
     void removeSource(RunLoopSource source) override;
+
+    /// `taken` runs when another program took the focus from a window of ours while the keyboard is held. Keys come to
+    /// us as before, and the toolkit is not told: its window and the field in it stay active.
+    void whenFocusIsTaken(std::function<void()> taken) { m_whenFocusIsTaken = std::move(taken); }
 
     /// Whether keys are being intercepted at this moment.
     [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
@@ -70,6 +76,7 @@ private:
     void handleKey(xcb_keycode_t keycode, bool isPress);
     void noteSecureInput(bool isOn);
     void handleSecureKey(const TranslatedKey& key, KeyAction action);
+    void handleFocusLoss(const xcb_focus_out_event_t& event) const;
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
     X11Connection& m_connection;
@@ -86,6 +93,7 @@ private:
     std::set<xcb_keycode_t> m_ignored; ///< keys down since before secure input began or ended: to be pressed anew
     std::unique_ptr<QObject> m_gestureFilter;
     QTimer m_untilRefusalIsReported;
+    std::function<void()> m_whenFocusIsTaken;
 };
 
 } // namespace tapalong
