@@ -61,7 +61,21 @@ class Siege:
 
 
 class UnderOpenbox(Siege, DesktopCase):
-    pass
+    def test_without_lockdown_mode_the_desktops_own_shortcuts_work(self):
+        with Sweep(self.desktop, DAEMONS) as sweep:
+            program = self.start_session(kioskMode=False, modifierKeysTypeEmoji=False)
+            self.desktop.settle()
+            sweep.guard()
+            shortcuts = ("XF86AudioMute", "Super_L", "Print")
+            for name in shortcuts:
+                sweep.play(*sweep.keyboard.named(name), watch_ms=50)
+            self.assertEqual(tuple(sweep.escapes), shortcuts)
+            sweep.escapes.clear()
+            for name in "hi":
+                sweep.play(*sweep.keyboard.named(name))
+            self.assertEqual(sweep.escapes, {})
+        program.wait_for_text(lambda text: text.endswith("hi"), "the keys that are no shortcuts")
+        self.leave()
 
 
 if LONG:

@@ -1,0 +1,90 @@
+#include "desktop/siege/client/ForeignWindow.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tapalong::siege {
+
+namespace {
+
+constexpr std::uint16_t width = 900;
+constexpr std::uint16_t height = 700;
+
+bool isUnmanaged(const std::string& kind) {
+    return kind.starts_with("unmanaged");
+}
+
+} // namespace
+
+ForeignWindow::ForeignWindow(const Server& server, std::string kind)
+    : m_server(server), m_kind(std::move(kind)), m_window(xcb_generate_id(server.xcb())) {
+    const auto& screen = server.screen();
+    const bool isDock = m_kind == "dock";
+    const auto x = static_cast<std::int16_t>(isDock ? 0 : (screen.width_in_pixels - width) / 2);
+    const auto y = static_cast<std::int16_t>(isDock ? 0 : (screen.height_in_pixels - height) / 2);
+    constexpr std::uint32_t mask = XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
+    constexpr std::uint32_t input = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                                    XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE;
+    const std::array values{colour, static_cast<std::uint32_t>(isUnmanaged(m_kind) ? 1 : 0), input};
+    xcb_create_window(server.xcb(), XCB_COPY_FROM_PARENT, m_window, screen.root, x, y,
+                      isDock ? screen.width_in_pixels : width, height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, mask, values.data());
+    describe();
+    xcb_map_window(server.xcb(), m_window);
+    server.sync();
+}
+
+ForeignWindow::~ForeignWindow() {
+    xcb_destroy_window(m_server.xcb(), m_window);
+    m_server.sync();
+}
+
+void ForeignWindow::describe() const {
+    const auto type = m_server.atom("_NET_WM_WINDOW_TYPE");
+    const auto state = m_server.atom("_NET_WM_STATE");
+    if (m_kind == "dialog") {
+        m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_DIALOG")});
+        m_server.setProperty(m_window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, {m_server.root()});
+    } else if (m_kind == "notification") {
+        m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION")});
+    } else if (m_kind == "dock") {
+        m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_DOCK")});
+    } else if (m_kind == "keep-above") {
+        m_server.setProperty(m_window, state, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_STATE_ABOVE")});
+    } else if (m_kind == "full-screen") {
+        m_server.setProperty(m_window, state, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_STATE_FULLSCREEN")});
+    }
+}
+
+void ForeignWindow::insist() const {
+    constexpr std::uint32_t fromPager = 2;
+    constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    if (m_kind == "self-activating") {
+        m_server.request(m_window, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
+    } else if (m_kind == "self-focusing") {
+        xcb_set_input_focus(m_server.xcb(), XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
+    } else if (m_kind.ends_with("self-raising")) {
+        xcb_configure_window(m_server.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    }
+    xcb_flush(m_server.xcb());
+}
+
+bool ForeignWindow::hasFocus() const {
+    return m_server.focus() == m_window;
+}
+
+ForeignWindow::Input ForeignWindow::takeInput() const {
+    Input input;
+    m_server.sync();
+    while (const auto event = m_server.poll()) {
+        const auto kind = kindOf(*event);
+        if (as<xcb_key_press_event_t>(*event).event == m_window) {
+            input.keys += kind == XCB_KEY_PRESS || kind == XCB_KEY_RELEASE ? 1 : 0;
+            input.clicks += kind == XCB_BUTTON_PRESS || kind == XCB_BUTTON_RELEASE ? 1 : 0;
+        }
+    }
+    return input;
+}
+
+} // namespace tapalong::siege
