@@ -26,6 +26,7 @@ struct ApplicationFixture : testing::Test {
         settings.useTouchID.set(false);
         delegate.applicationDidFinishLaunching();
         world.desktop.openScene(app.body());
+        world.time.drain();
         world.effects.clear();
     }
 
