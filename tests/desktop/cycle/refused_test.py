@@ -56,6 +56,7 @@ class Refused(DesktopCase):
         """The server's raw events tell of the shortcut whoever holds the keyboard."""
         self.launch(kioskMode=True, **settings)
         self.desktop.focus("witness")
+        self.desktop.settle()  # nobody switches windows and presses a chord within the same few milliseconds
         return lambda: self.desktop.key("ctrl+alt+super+t")
 
     def assert_warned(self):
