@@ -26,7 +26,6 @@ Flickable {
     contentWidth: width
     contentHeight: bottom.y + bottom.height
     boundsBehavior: Flickable.StopAtBounds
-    onHeightChanged: scrollToBottom()
 
     Connections {
         target: area.view
