@@ -37,6 +37,9 @@ public:
     /// stop it.
     [[nodiscard]] virtual bool desktopMakesGestures() const = 0;
 
+    /// Whether the display server itself acts on chords that we could not keep from it.
+    [[nodiscard]] virtual bool serverKeysStayOpen() const = 0;
+
     /// Fills in how windows are made here; this object must outlive them.
     virtual void describeWindows(WindowTraits& traits) = 0;
 };

@@ -21,6 +21,7 @@ void DesktopLimits::look() {
     m_board.set(InputLimit::sysRqEndsPrograms, devices.hasSysRqKey && sysRq.endsPrograms);
     m_board.set(InputLimit::sysRqRestarts, devices.hasSysRqKey && sysRq.restarts);
     m_board.set(InputLimit::touchpadGestures, devices.hasTouchpad && m_input.desktopMakesGestures());
+    m_board.set(InputLimit::serverKeys, m_input.serverKeysStayOpen());
     m_hasPowerKey = devices.hasPowerKey;
     m_powerKeys.probe();
 }

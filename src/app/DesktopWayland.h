@@ -20,6 +20,7 @@ public:
     void secureFieldFocused(QObject*) override {} // without taps every key is the field's own
     /// The touchpad is the compositor's own.
     [[nodiscard]] bool desktopMakesGestures() const override { return true; }
+    [[nodiscard]] bool serverKeysStayOpen() const override { return true; }
     void describeWindows(WindowTraits& traits) override;
 
 private:

@@ -22,6 +22,7 @@ public:
     [[nodiscard]] std::optional<QPointF> pointer() const override;
     void secureFieldFocused(QObject* field) override { m_secureInput.setSecureField(field); }
     [[nodiscard]] bool desktopMakesGestures() const override;
+    [[nodiscard]] bool serverKeysStayOpen() const override { return !m_eventTaps.canCloseServerKeys(); }
     void describeWindows(WindowTraits& traits) override;
 
 private:

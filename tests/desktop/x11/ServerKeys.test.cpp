@@ -281,10 +281,29 @@ TEST_F(ServerKeysTest, SignalsThatAskAProgramToEndDoNotEndTheGuard) {
 
 TEST_F(ServerKeysTest, GuardThatCannotBeStartedIsSaid) {
     ServerKeys keys("/nowhere/guard");
+    EXPECT_FALSE(keys.canBeClosed());
     keys.close();
     EXPECT_FALSE(keys.areClosed());
     keys.reopen();
     EXPECT_FALSE(keys.areClosed());
+}
+
+TEST_F(ServerKeysTest, GuardThatFailedIsExpectedToFailAgain) {
+    ServerKeys keys("/bin/false");
+    EXPECT_TRUE(keys.canBeClosed());
+    keys.close();
+    EXPECT_FALSE(keys.areClosed());
+    keys.reopen();
+    EXPECT_FALSE(keys.canBeClosed());
+}
+
+TEST_F(ServerKeysTest, GuardThatDidItsWorkIsExpectedToDoItAgain) {
+    ServerKeys keys;
+    EXPECT_TRUE(keys.canBeClosed());
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    keys.reopen();
+    EXPECT_TRUE(keys.canBeClosed());
 }
 
 TEST_F(ServerKeysTest, TheyAreClosedFromTheFirstTapToTheLast) {

@@ -39,13 +39,17 @@ void ServerKeys::reopen() {
     if (m_snapshotFile < 0) {
         return;
     }
-    m_areClosed = false;
+    m_hasFailed = !std::exchange(m_areClosed, false);
     if (!endGuard()) {
         // It was killed. Another one finds in the snapshot what is to be put back.
         m_guard = GuardProcess::start(m_guardProgram, m_snapshotFile);
         (void)endGuard();
     }
     ::close(std::exchange(m_snapshotFile, -1));
+}
+
+bool ServerKeys::canBeClosed() const {
+    return !m_hasFailed && access(m_guardProgram.c_str(), X_OK) == 0;
 }
 
 void ServerKeys::startGuard() {

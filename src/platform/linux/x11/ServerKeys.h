@@ -32,6 +32,9 @@ public:
     /// False while open, and when the guard could not be started or the server refused it.
     [[nodiscard]] bool areClosed() const { return m_areClosed; }
 
+    /// Whether the next close() can be expected to succeed: the guard is there, and did not fail the last time.
+    [[nodiscard]] bool canBeClosed() const;
+
 private:
     void startGuard();
     void hearGuard();
@@ -43,6 +46,7 @@ private:
     std::optional<QSocketNotifier> m_guardSpeaks;
     QObject m_listener; ///< not the notifier itself: hearing it may end it
     bool m_areClosed = false;
+    bool m_hasFailed = false; ///< when they were to be closed last
 };
 
 } // namespace tapalong

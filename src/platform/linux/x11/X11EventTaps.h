@@ -27,8 +27,9 @@ namespace tapalong {
 /// nobody: X cannot hand a grabbed key on. The wheel and all buttons but left and right are offered too, wherever the
 /// pointer is; left and right clicks and motion reach our own windows as ever, and other programs' not at all.
 ///
-/// When the server takes keyboard or pointer away for good, or refuses them to a tap that is being enabled again, the taps are told
-/// tapDisabledByUserInput; for a refusal again and again, a few times a second, until it is had or given up.
+/// When the server takes keyboard or pointer away for good, or refuses them to a tap that is being enabled again, the
+/// taps are told tapDisabledByUserInput; for a refusal again and again, a few times a second, until it is had or given
+/// up.
 class X11EventTaps final : public EventTaps, private QAbstractNativeEventFilter {
 public:
     X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput);
@@ -53,6 +54,9 @@ public:
 
     /// Whether the keys that no grab stops are closed too, as they are meant to be from the first tap to the last.
     [[nodiscard]] bool serverKeysAreClosed() const { return m_serverKeys.areClosed(); }
+
+    /// Whether a tap can be expected to close them.
+    [[nodiscard]] bool canCloseServerKeys() const { return m_serverKeys.canBeClosed(); }
 
 private:
     struct Tap {
