@@ -1,13 +1,11 @@
 #include "platform/linux/x11/X11EventTaps.h"
 
 #include "desktop/x11/OwnWindow.h"
+#include "desktop/x11/X11EventTapsTest.h"
 #include "platform/linux/x11/QtConnection.h"
 
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
-
-#include <algorithm>
-#include <optional>
 
 namespace tapalong {
 
@@ -17,60 +15,10 @@ using test::OwnWindow;
 using test::setLayout;
 using test::spinFor;
 using test::spinUntil;
+using test::X11EventTapsTest;
 using namespace std::chrono_literals;
 
 constexpr EventMask everything = ~EventMask{0};
-
-class X11EventTapsTest : public testing::Test {
-protected:
-    X11EventTapsTest() {
-        setLayout("us");
-        other.focus(elsewhere);
-    }
-
-    std::optional<TapHandle> create(EventMask mask = everything) {
-        return taps.createTap(TapLocation::session, TapPlacement::headInsert, TapOptions::activeFilter, mask,
-                              [this](const InputEvent& event) {
-                                  events.push_back(event);
-                                  text += event.text().value_or("");
-                                  if (event.type == EventType::tapDisabledByUserInput && reenable) {
-                                      taps.enableTap(*tap, true);
-                                  }
-                                  return verdict;
-                              });
-    }
-
-    void start(EventMask mask = everything) {
-        tap = create(mask);
-        ASSERT_TRUE(tap.has_value());
-        source = taps.createRunLoopSource(*tap);
-        taps.addSource(source);
-        taps.enableTap(*tap, true);
-    }
-
-    void stop() {
-        taps.enableTap(*tap, false);
-        taps.removeSource(source);
-    }
-
-    [[nodiscard]] std::size_t count(EventType type) const {
-        return static_cast<std::size_t>(
-            std::count_if(events.begin(), events.end(), [type](const auto& event) { return event.type == type; }));
-    }
-
-    X11Connection connection;
-    SecureInput secureInput;
-    X11EventMonitors monitors{connection};
-    X11EventTaps taps{connection, monitors, secureInput};
-    test::XClient other;
-    xcb_window_t elsewhere = other.openWindow(0, 0, 50, 50);
-    std::optional<TapHandle> tap;
-    RunLoopSource source{};
-    std::vector<InputEvent> events;
-    std::string text;
-    Verdict verdict = Verdict::consume;
-    bool reenable = false;
-};
 
 } // namespace
 
@@ -212,61 +160,6 @@ TEST_F(X11EventTapsTest, ModifierHeldBeforeTheTapCountsAndItsReleaseIsSeen) {
     EXPECT_EQ(text, "\x01");
     EXPECT_EQ(events[2].type, EventType::flagsChanged);
     EXPECT_EQ(events[2].modifierFlags, 0U);
-}
-
-TEST_F(X11EventTapsTest, LostKeyboardIsReportedAndCanBeHadAgain) {
-    start();
-    xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
-    xcb_flush(connection.xcb());
-    ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == 1; }));
-    EXPECT_FALSE(taps.holdsInput());
-    taps.enableTap(*tap, true);
-    EXPECT_TRUE(taps.holdsInput());
-    other.tap(KEY_A);
-    ASSERT_TRUE(spinUntil([&] { return text == "a"; }));
-    EXPECT_TRUE(other.seen().empty());
-}
-
-TEST_F(X11EventTapsTest, LossIsReportedWhereverTheFocusIs) {
-    start();
-    reenable = true;
-    std::size_t losses = 0;
-    for (const xcb_window_t focus :
-         {xcb_window_t{XCB_INPUT_FOCUS_NONE}, xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT}, other.root(), elsewhere}) {
-        other.focus(focus);
-        xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
-        xcb_flush(connection.xcb());
-        ++losses;
-        ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == losses; })) << focus;
-        EXPECT_TRUE(taps.holdsInput());
-    }
-}
-
-TEST_F(X11EventTapsTest, TapThatIsReenabledWhileTheKeyboardIsElsewhereIsToldUntilItHasIt) {
-    start();
-    reenable = true;
-    xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
-    xcb_flush(connection.xcb());
-    while (!other.grabKeyboard()) {
-    }
-    ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) >= 2; }));
-    EXPECT_FALSE(taps.isTapEnabled(*tap));
-    other.ungrabKeyboard();
-    ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
-}
-
-TEST_F(X11EventTapsTest, CutConnectionIsReported) {
-    start();
-    const xcb_window_t anything = xcb_generate_id(connection.xcb());
-    xcb_create_window(connection.xcb(), 0, anything, connection.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0,
-                      0, nullptr);
-    connection.dispatchPending();
-    spinFor(20ms);
-    xcb_kill_client(other.xcb(), anything);
-    other.sync();
-    ASSERT_TRUE(spinUntil([&] { return count(EventType::tapDisabledByUserInput) == 1; }));
-    EXPECT_FALSE(taps.isTapEnabled(*tap));
-    EXPECT_TRUE(other.grabKeyboard());
 }
 
 TEST_F(X11EventTapsTest, WheelAndOtherButtonsAreSwallowedEverywhere) {
