@@ -122,8 +122,9 @@ private:
 
     void type(std::string_view key) {
         if (!key.empty()) {
-            m_hands.play("+" + std::string(key));
-            m_hands.play("-" + std::string(key));
+            for (const char direction : {'+', '-'}) {
+                m_hands.play(std::string(1, direction).append(key));
+            }
         }
     }
 
