@@ -13,7 +13,7 @@ from sweep import Sweep  # noqa: E402  pylint: disable=wrong-import-position
 
 LONG = "TAPALONG_LONG" in os.environ
 SAMPLE = 200
-DAEMONS = ("core",)
+DAEMONS = ("core", "slaves")
 
 
 class Siege:
@@ -62,7 +62,7 @@ class Siege:
 
 class UnderOpenbox(Siege, DesktopCase):
     def test_without_lockdown_mode_the_desktops_own_shortcuts_work(self):
-        with Sweep(self.desktop, DAEMONS) as sweep:
+        with Sweep(self.desktop, ("core",)) as sweep:
             program = self.start_session(kioskMode=False, modifierKeysTypeEmoji=False)
             self.desktop.settle()
             sweep.guard()

@@ -24,32 +24,46 @@ bool isShortcut(xcb_keysym_t keysym) {
 
 } // namespace
 
-Daemon::Daemon(GrabLevel level) : m_level(level) {
-    if (level == GrabLevel::slaves) {
-        const auto request = xcb_input_xi_query_device(m_server.xcb(), XCB_INPUT_DEVICE_ALL);
-        const auto reply = own(xcb_input_xi_query_device_reply(m_server.xcb(), request, nullptr));
-        for (auto each = xcb_input_xi_query_device_infos_iterator(reply.get()); each.rem > 0;
-             xcb_input_xi_device_info_next(&each)) {
-            if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) {
-                m_keyboards.push_back(each.data->deviceid);
-            } else if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_POINTER) {
-                m_pointers.push_back(each.data->deviceid);
-            }
-        }
-    }
-    for (const auto keycode : shortcutKeys()) {
-        level == GrabLevel::core ? grabOnCore(keycode) : grabOnSlaves(XCB_INPUT_GRAB_TYPE_KEYCODE, keycode);
-    }
-    for (const auto button : extraButtons) {
-        if (level == GrabLevel::core) {
-            xcb_grab_button(m_server.xcb(), 0, m_server.root(),
-                            XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE, XCB_GRAB_MODE_ASYNC,
-                            XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, button, XCB_MOD_MASK_ANY);
-        } else {
-            grabOnSlaves(XCB_INPUT_GRAB_TYPE_BUTTON, button);
-        }
+Daemon::Daemon(GrabLevel level) {
+    if (level == GrabLevel::core) {
+        grabOnCore();
+    } else {
+        grabOnSlaves();
     }
     m_server.sync();
+}
+
+// What another client has bound already is refused and stays that client's.
+void Daemon::grabOnCore() {
+    for (const auto keycode : shortcutKeys()) {
+        xcb_grab_key(m_server.xcb(), 0, m_server.root(), XCB_MOD_MASK_ANY, keycode, XCB_GRAB_MODE_ASYNC,
+                     XCB_GRAB_MODE_ASYNC);
+    }
+    for (const auto button : extraButtons) {
+        xcb_grab_button(m_server.xcb(), 0, m_server.root(), XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE,
+                        XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, button, XCB_MOD_MASK_ANY);
+    }
+}
+
+void Daemon::grabOnSlaves() {
+    const auto request = xcb_input_xi_query_device(m_server.xcb(), XCB_INPUT_DEVICE_ALL);
+    const auto reply = own(xcb_input_xi_query_device_reply(m_server.xcb(), request, nullptr));
+    for (auto each = xcb_input_xi_query_device_infos_iterator(reply.get()); each.rem > 0;
+         xcb_input_xi_device_info_next(&each)) {
+        if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) {
+            grabKeysOf(each.data->deviceid);
+        }
+    }
+}
+
+void Daemon::grabKeysOf(xcb_input_device_id_t keyboard) {
+    constexpr std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
+    for (const auto keycode : shortcutKeys()) {
+        const auto request = xcb_input_xi_passive_grab_device(
+            m_server.xcb(), XCB_CURRENT_TIME, m_server.root(), XCB_NONE, keycode, keyboard, 1, 1,
+            XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_GRAB_MODE_ASYNC, 0, &events, &anyModifier);
+        (void)own(xcb_input_xi_passive_grab_device_reply(m_server.xcb(), request, nullptr));
+    }
 }
 
 std::vector<xcb_keycode_t> Daemon::shortcutKeys() const {
@@ -67,24 +81,6 @@ std::vector<xcb_keycode_t> Daemon::shortcutKeys() const {
     return keycodes;
 }
 
-// What another client has bound already is refused and stays that client's.
-void Daemon::grabOnCore(xcb_keycode_t keycode) {
-    xcb_grab_key(m_server.xcb(), 0, m_server.root(), XCB_MOD_MASK_ANY, keycode, XCB_GRAB_MODE_ASYNC,
-                 XCB_GRAB_MODE_ASYNC);
-}
-
-void Daemon::grabOnSlaves(std::uint8_t grabType, std::uint32_t detail) {
-    const bool isKey = grabType == XCB_INPUT_GRAB_TYPE_KEYCODE;
-    const std::uint32_t events = isKey ? XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE
-                                       : XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE;
-    for (const auto device : isKey ? m_keyboards : m_pointers) {
-        const auto request = xcb_input_xi_passive_grab_device(
-            m_server.xcb(), XCB_CURRENT_TIME, m_server.root(), XCB_NONE, detail, device, 1, 1, grabType,
-            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_GRAB_MODE_ASYNC, 0, &events, &anyModifier);
-        (void)own(xcb_input_xi_passive_grab_device_reply(m_server.xcb(), request, nullptr));
-    }
-}
-
 void Daemon::collect(std::vector<std::string>& sightings) {
     m_server.sync();
     while (const auto event = m_server.poll()) {
@@ -98,9 +94,6 @@ void Daemon::collect(std::vector<std::string>& sightings) {
         } else if (xinput == XCB_INPUT_KEY_PRESS) {
             sightings.push_back("a daemon's shortcut on a physical keyboard, " +
                                 keyName(as<xcb_input_key_press_event_t>(*event).detail));
-        } else if (xinput == XCB_INPUT_BUTTON_PRESS) {
-            sightings.push_back("a daemon's shortcut on a physical mouse, button " +
-                                std::to_string(as<xcb_input_button_press_event_t>(*event).detail));
         }
     }
 }

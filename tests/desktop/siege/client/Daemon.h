@@ -7,11 +7,11 @@ namespace tapalong::siege {
 /// Where a desktop's daemons put their shortcuts.
 enum class GrabLevel : std::uint8_t {
     core,   ///< on the core keyboard and pointer, as most do
-    slaves, ///< on each physical device, which an active grab of the core keyboard does not stop
+    slaves, ///< on each physical keyboard, which an active grab of the core keyboard does not stop
 };
 
-/// A desktop daemon with shortcuts of its own: media keys, Super, Print and the like on keys; the extra buttons of a
-/// mouse.
+/// A desktop daemon with shortcuts of its own: media keys, Super, Print and the like; on the core level the extra
+/// buttons of a mouse too, which on a physical mouse nobody can keep from it.
 class Daemon {
 public:
     explicit Daemon(GrabLevel level);
@@ -20,14 +20,12 @@ public:
     void collect(std::vector<std::string>& sightings);
 
 private:
-    void grabOnCore(xcb_keycode_t keycode);
-    void grabOnSlaves(std::uint8_t grabType, std::uint32_t detail);
+    void grabOnCore();
+    void grabOnSlaves();
+    void grabKeysOf(xcb_input_device_id_t keyboard);
     [[nodiscard]] std::vector<xcb_keycode_t> shortcutKeys() const;
 
     Server m_server;
-    GrabLevel m_level;
-    std::vector<xcb_input_device_id_t> m_keyboards;
-    std::vector<xcb_input_device_id_t> m_pointers;
 };
 
 } // namespace tapalong::siege
