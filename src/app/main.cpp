@@ -17,9 +17,9 @@ bool hasDisplay() {
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
-/// The desktop gets everything back when our connections to it end, and they stay open while memory is dumped; nor should
-/// the password lie in a file. One byte is too little for a file, and the kernel takes it for no dump to a pipe either,
-/// which a limit of none would not be.
+/// The desktop gets everything back when our connections to it end, and they stay open while memory is dumped; nor
+/// should the password lie in a file. One byte is too little for a file, and the kernel takes it for no dump to a pipe
+/// either, which a limit of none would not be.
 void dumpNoMemory() {
     constexpr rlimit noDump{.rlim_cur = 1, .rlim_max = 1};
     (void)setrlimit(RLIMIT_CORE, &noDump);

@@ -17,7 +17,8 @@ def main():
         # What the shortcut's own modifier keys typed when they were released.
         desktop.key(*["BackSpace"] * 4)
         desktop.settle(1)
-        print(desktop.output([measuring_program("key_cost"), str(program.process.pid), str(LIMIT), *map(str, LENGTHS)]), end="")
+        command = [measuring_program("key_cost"), str(program.process.pid), str(LIMIT), *map(str, LENGTHS)]
+        print(desktop.output(command), end="")
         desktop.start_accessibility()
         text = program.wait_for_text(lambda found: found, "the typed text")
         shown = sum(each != "\uFE0F" for each in text)  # it only says that the character before it is an emoji

@@ -32,9 +32,9 @@ using Clock = std::chrono::steady_clock;
 constexpr auto betweenLooks = 1ms;
 constexpr auto betweenPokes = 100ms;
 constexpr int pokes = 5;
-constexpr std::string_view someKey = "38";           // typed into the session
-constexpr std::string_view deleteKey = "22";         // and taken back again
-constexpr std::string_view asideOfPanel = "400,560"; // where such a window is and the exit panel is not
+constexpr std::string_view someKey = "38";    // typed into the session
+constexpr std::string_view deleteKey = "22";  // and taken back again
+constexpr auto moveAsideOfPanel = "m400,560"; // where such a window is and the exit panel is not
 
 /// The longest time that something held, from looks at it.
 class Longest {
@@ -87,7 +87,7 @@ private:
         watch(window, time, [&](int poke) {
             window.insist();
             type(poke % 2 == 0 ? someKey : deleteKey);
-            m_hands.play("m" + std::string(asideOfPanel));
+            m_hands.play(moveAsideOfPanel);
             m_hands.play("b+3");
             m_hands.play("b-3");
         });
