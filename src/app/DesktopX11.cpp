@@ -7,6 +7,7 @@
 #include "platform/linux/x11/WindowManagerName.h"
 #include "platform/linux/x11/X11Pointer.h"
 
+#include <QGuiApplication>
 #include <QPointer>
 #include <QTimer>
 #include <QWindow>
@@ -88,6 +89,12 @@ void DesktopX11::keepKeyboard(QWindow& window) {
     });
     QObject::connect(&window, &QWindow::activeChanged, takeBack, [this, &window, takeBack] {
         if (!window.isActive() && m_eventTaps.holdsInput()) {
+            takeBack->start();
+        }
+    });
+    // Another window of ours counts as being in front, and keys would change it unseen.
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, takeBack, [&window, takeBack](QWindow* focused) {
+        if (focused != nullptr && focused != &window && window.isVisible()) {
             takeBack->start();
         }
     });

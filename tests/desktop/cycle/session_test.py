@@ -139,6 +139,19 @@ class Session(DesktopCase):
             for said in (node.get_name(), node.get_description(), self.program.text_of(node)):
                 self.assertNotIn("s3cr3t", said or "")
 
+    def test_the_settings_behind_it_never_keep_the_keyboard(self):
+        self.start_session(modifierKeysTypeEmoji=False)
+        self.desktop.key("alt+Tab")
+        wait_until(lambda: self.focused_window() != "Tapalong Settings", "the keyboard back at the session")
+        self.desktop.settle()
+        self.assertNotEqual(self.focused_window(), "Tapalong Settings")
+        self.desktop.type("abc")
+        self.wait_text("abc")
+        self.leave()
+
+    def focused_window(self):
+        return self.desktop.output(["xdotool", "getwindowfocus", "getwindowname"]).strip()
+
     def test_the_window_manager_cannot_close_the_session(self):
         self.start_session()
         self.desktop.key("alt+F4")
