@@ -8,8 +8,8 @@ import Tapalong
 ColumnLayout {
     id: list
 
+    required property SettingsViewAdapter view
     required property Theme theme
-    required property list<string> sentences
 
     spacing: 4
 
@@ -23,7 +23,7 @@ ColumnLayout {
         Accessible.name: text
     }
     Repeater {
-        model: list.sentences
+        model: list.view.lockdownLimits
 
         RowLayout {
             id: entry

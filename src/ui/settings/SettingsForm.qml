@@ -73,8 +73,8 @@ Flickable {
                 Layout.fillWidth: true
             }
             LockdownLimits {
+                view: form.view
                 theme: form.theme
-                sentences: form.view.lockdownLimits
                 visible: form.view.lockdownLimits.length > 0
                 Layout.fillWidth: true
                 Layout.leftMargin: 12
