@@ -1,5 +1,6 @@
 """What the tests of the whole cycle share."""
 import os
+import re
 import shutil
 import sys
 import unittest
@@ -81,3 +82,25 @@ class DesktopCase(unittest.TestCase):
 
     def wait_text(self, expected):
         self.program.wait_for_text(lambda text: text == expected, f"the text {expected!r}")
+
+
+class WitnessCase(DesktopCase):
+    """Beside the program runs another one that writes down every event it gets."""
+
+    def setUp(self):
+        super().setUp()
+        self.witness_log = self.desktop.path("witness.log")
+        self.witness_file = open(self.witness_log, "w", encoding="utf-8")  # pylint: disable=consider-using-with
+        self.witness = self.desktop.run_beside(["xev", "-name", "witness", "-geometry", "200x100+20+20"],
+                                               stdout=self.witness_file)
+        self.desktop.window("witness")
+
+    def tearDown(self):
+        super().tearDown()
+        self.witness.terminate()
+        self.witness.wait()
+        self.witness_file.close()
+
+    def keys_seen_by_others(self):
+        with open(self.witness_log, encoding="utf-8", errors="replace") as log:
+            return re.findall(r"KeyPress.*?keysym 0x\w+, (\w+)", log.read(), re.S)

@@ -1,30 +1,10 @@
 """Sessions in Lockdown Mode: nothing typed reaches another program, and the adult gets out by the keyboard."""
-import re
 import unittest
 
-from case import PASSWORD, DesktopCase, wait_until
+from case import PASSWORD, WitnessCase, wait_until
 
 
-class Lockdown(DesktopCase):
-    def setUp(self):
-        super().setUp()
-        # Another program that writes down every event it gets.
-        self.witness_log = self.desktop.path("witness.log")
-        self.witness_file = open(self.witness_log, "w", encoding="utf-8")  # pylint: disable=consider-using-with
-        self.witness = self.desktop.run_beside(["xev", "-name", "witness", "-geometry", "200x100+20+20"],
-                                               stdout=self.witness_file)
-        self.desktop.window("witness")
-
-    def tearDown(self):
-        super().tearDown()
-        self.witness.terminate()
-        self.witness.wait()
-        self.witness_file.close()
-
-    def keys_seen_by_others(self):
-        with open(self.witness_log, encoding="utf-8", errors="replace") as log:
-            return re.findall(r"KeyPress.*?keysym 0x\w+, (\w+)", log.read(), re.S)
-
+class Lockdown(WitnessCase):
     def focus_witness(self):
         self.desktop.focus("witness")
 

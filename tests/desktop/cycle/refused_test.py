@@ -2,12 +2,11 @@
 afterwards."""
 import ctypes
 import os
-import re
 import socket
 import subprocess
 import unittest
 
-from case import PASSWORD, DesktopCase, wait_until
+from case import PASSWORD, WitnessCase, wait_until
 
 WARNING = ("Lockdown Mode is not in force: Tapalong could not get the keyboard for itself. "
            "Keys may reach other programs.")
@@ -17,26 +16,7 @@ REFUSED = "⚠️ Failed to create CGEventTap. Accessibility permission required
 IN_FORCE = "✅ CGEventTap active — all keyboard input intercepted"
 
 
-class Refused(DesktopCase):
-    def setUp(self):
-        super().setUp()
-        # Another program that writes down every event it gets.
-        self.witness_log = self.desktop.path("witness.log")
-        self.witness_file = open(self.witness_log, "w", encoding="utf-8")  # pylint: disable=consider-using-with
-        self.witness = self.desktop.run_beside(["xev", "-name", "witness", "-geometry", "200x100+20+20"],
-                                               stdout=self.witness_file)
-        self.desktop.window("witness")
-
-    def tearDown(self):
-        super().tearDown()
-        self.witness.terminate()
-        self.witness.wait()
-        self.witness_file.close()
-
-    def keys_seen_by_others(self):
-        with open(self.witness_log, encoding="utf-8", errors="replace") as log:
-            return re.findall(r"KeyPress.*?keysym 0x\w+, (\w+)", log.read(), re.S)
-
+class Refused(WitnessCase):
     def hold(self, what):
         """A program that has the keyboard, or keyboard and pointer, until its standard input ends."""
         holder = subprocess.Popen(["/usr/bin/python3", "-c", HOLD, what], env=self.desktop.environment,
