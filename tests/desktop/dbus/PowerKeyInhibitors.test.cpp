@@ -190,7 +190,7 @@ TEST_F(PowerKeyInhibitorsTest, NoServiceIsReported) {
 
 TEST_F(PowerKeyInhibitorsTest, BusThatDoesNotAnswerHoldsNobodyUp) {
     LoginService login(m_bus);
-    m_bus.stop();
+    m_bus.suspend();
     m_keys.hold();
     spinFor(100ms); // a main thread that opened the bus by itself would stand here until its patience ends
     EXPECT_TRUE(m_answers.empty());
@@ -200,7 +200,7 @@ TEST_F(PowerKeyInhibitorsTest, BusThatDoesNotAnswerHoldsNobodyUp) {
 
 TEST_F(PowerKeyInhibitorsTest, BusThatOpensAfterTheReleaseIsAskedNothing) {
     LoginService login(m_bus);
-    m_bus.stop();
+    m_bus.suspend();
     m_keys.hold();
     m_keys.release();
     m_bus.resume();
@@ -221,7 +221,7 @@ TEST(PowerKeyInhibitorsAlone, WithoutASystemBusEveryWishIsAnsweredNo) {
 
 TEST(PowerKeyInhibitorsAlone, WhoseHolderGoesWhileTheBusOpensDoesNotComeBack) {
     const BusServer bus;
-    bus.stop();
+    bus.suspend();
     std::vector<bool> answers;
     {
         PowerKeyInhibitors keys([&bus] { return bus.connect(); },
