@@ -9,6 +9,7 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <array>
 #include <iomanip>
 #include <ostream>
 #include <span>
@@ -36,8 +37,12 @@ void bits(std::ostream& out, std::string_view name, std::span<const std::uint8_t
     out << std::dec << '\n';
 }
 
+void speakXkb(xcb_connection_t* xcb) {
+    (void)own(xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr));
+}
+
 void writeXkb(xcb_connection_t* xcb, std::ostream& out) {
-    xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr);
+    speakXkb(xcb);
     if (const auto s = own(xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, coreKeyboard), nullptr))) {
         line(out, "modifiers", s->mods, s->baseMods, s->latchedMods, s->lockedMods);
         line(out, "group", s->group, s->baseGroup, s->latchedGroup, s->lockedGroup);
@@ -123,6 +128,16 @@ void writeWindows(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
 }
 
 } // namespace
+
+void allowHotKeys(xcb_connection_t* xcb) {
+    speakXkb(xcb);
+    constexpr std::uint32_t hotKeys = XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS;
+    constexpr std::array<std::uint8_t, 32> repeats{};
+    const auto request = xcb_xkb_set_controls_checked(xcb, coreKeyboard, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, hotKeys,
+                                                      hotKeys, XCB_XKB_CONTROL_CONTROLS_ENABLED, 0, 0, 0, 0, 0, 0, 0, 0,
+                                                      0, 0, 0, 0, 0, 0, repeats.data());
+    (void)own(xcb_request_check(xcb, request));
+}
 
 void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
     writeXkb(xcb, out);

@@ -10,4 +10,7 @@ namespace tapalong::test {
 /// leave behind. The keymap is not here: xkbcomp writes it better.
 void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out);
 
+/// Switches the accessibility features' hot keys on, as most desktops have them: five Shifts and the like.
+void allowHotKeys(xcb_connection_t* xcb);
+
 } // namespace tapalong::test

@@ -95,6 +95,11 @@ private:
         {"covered", [this](std::istream&) { return isCovered(); }},
         {"chord", [this](std::istream& words) { return chord(words); }},
         {"move", [this](std::istream& words) { return move(words); }},
+        {"allow-hot-keys",
+         [this](std::istream&) {
+             allowHotKeys(m_client.xcb());
+             return std::string();
+         }},
         {"resources", [this](std::istream& words) { return resources(words); }},
     };
 };

@@ -35,6 +35,8 @@ class Course:
         if phase == "start":
             return
         self.stage.start_session()
+        # Caps Lock only where no password follows.
+        self.stage.mash_what_stays(*(keys.CAPS_LOCK,) if phase == "typing" else ())
         if phase == "end":
             self.stage.ask_for_the_way_out()
             self.stage.wait_for_the_question()

@@ -46,7 +46,7 @@ class Stage:
     def arrange(self):
         """Everything differs from what a server starts with: who puts back what is usual shall be found out."""
         self.desktop.call(["setxkbmap", "-layout", "us,de", "-option", "", "-option",
-                           "terminate:ctrl_alt_bksp,compose:menu"])
+                           "terminate:ctrl_alt_bksp,compose:menu,grp:rctrl_toggle"])
         self.desktop.call(["xset", "r", "rate", "310", "27", "s", "333", "77", "b", "31", "444", "55", "m", "3/2", "5"])
         self.desktop.call(["xset", "-r", "100"])
 
@@ -57,6 +57,7 @@ class Stage:
             self.desktop.run_beside(["xev", "-name", name, "-geometry", "200x100+20+20"])
             self.desktop.window(name)
         self.witness = Witness(self.desktop)
+        self.witness.ask("allow-hot-keys")
         self.point = FaultPoint(self.desktop.path("fault-point"))
         wait_until(lambda: self.witness.says("gets-keys"), "a key in the witness's window")
         self.desktop.settle()
@@ -85,6 +86,14 @@ class Stage:
 
     def wait_for_session(self, number=1):
         wait_until(lambda: self.program.lines.count(LOCKED) >= number and self.witness.says("covered"), "a session")
+        self.wait_for_rest()
+
+    def mash_what_stays(self, *more):
+        """Keys whose effect outlasts them, for the locks, the layout and the accessibility features: by a session they
+        are all to be undone."""
+        self.witness.type(keys.NUM_LOCK, keys.RIGHT_CONTROL, *more, *5 * (keys.SHIFT,))
+        for name in ("modifiers", "group"):
+            wait_until(lambda name=name: self.current(name) != self.before[name], f"other {name} than before")
         self.wait_for_rest()
 
     def ask_for_the_way_out(self):

@@ -4,6 +4,7 @@ import subprocess
 
 # The kernel's codes of keys.
 CONTROL, ALT, SUPER, ENTER, CAPS_LOCK, SHIFT, T = 29, 56, 125, 28, 58, 42, 20
+NUM_LOCK, RIGHT_CONTROL = 69, 97
 A, S, D, F = 30, 31, 32, 33
 
 

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -61,11 +60,37 @@ protected:
         for (pid_t child = 0; children >> child;) {
             std::string name;
             std::getline(std::ifstream("/proc/" + std::to_string(child) + "/comm") >> std::ws, name);
-            if (name.starts_with("tapalong-x11")) {
+            if (name == "x11-keys-guard") {
                 found.push_back(child);
             }
         }
         return found;
+    }
+
+    /// While the keys are closed, in the same instant, with Caps Lock on that was off before.
+    void killProgramAndGuard() {
+        std::array<int, 2> ready{};
+        ASSERT_EQ(pipe(ready.data()), 0);
+        const pid_t program = fork();
+        if (program == 0) {
+            const auto guard = GuardProcess::start(ServerKeys::guardBesideProgram());
+            const bool isClosed = guard && guard->listen(10s) == GuardProcess::Word::closed;
+            const pid_t process = isClosed ? guards().at(0) : 0;
+            (void)!write(ready[1], &process, sizeof process);
+            pause();
+            _exit(0);
+        }
+        pid_t guard = 0;
+        ASSERT_EQ(read(ready[0], &guard, sizeof guard), static_cast<ssize_t>(sizeof guard));
+        ASSERT_NE(guard, 0);
+        other.tap(KEY_CAPSLOCK);
+        kill(guard, SIGKILL);
+        kill(program, SIGKILL);
+        waitpid(program, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        // What the server does when a connection ends, it does a moment later.
+        (void)spinUntil([&] { return (controlsOn(xcb) & XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS) != 0; });
     }
 
     X11Connection connection; // speaks XKB and XInput 2, as the asking below has to
@@ -218,13 +243,43 @@ TEST_F(ServerKeysTest, KeyboardPulledOutMeanwhileEndsNothing) {
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
 }
 
+TEST_F(ServerKeysTest, KeysOfAnotherSeatReachNobody) {
+    const test::PluggedSeat seat(xcb);
+    const auto window = other.openWindow(0, 0, 50, 50);
+    seat.focus(window);
+    const auto reaches = [&] {
+        other.forget();
+        seat.tap(KEY_A);
+        return spinUntil([&] { return other.count(XCB_KEY_PRESS, KEY_A) > 0; }, 100ms);
+    };
+    EXPECT_TRUE(reaches());
+    ServerKeys keys;
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    EXPECT_FALSE(reaches());
+    keys.reopen();
+    EXPECT_TRUE(reaches());
+}
+
+TEST_F(ServerKeysTest, KeysOfASeatThatComesMeanwhileReachNobodyAfterASecond) {
+    const auto window = other.openWindow(0, 0, 50, 50);
+    ServerKeys keys;
+    keys.close();
+    const test::PluggedSeat seat(xcb);
+    seat.focus(window);
+    spinFor(1s);
+    seat.tap(KEY_A);
+    spinFor(100ms);
+    EXPECT_EQ(other.count(XCB_KEY_PRESS, KEY_A), 0U);
+}
+
 TEST_F(ServerKeysTest, EverythingIsPutBackWhenTheProgramIsKilled) {
     const auto before = ServerState::read(xcb);
     std::array<int, 2> ready{};
     ASSERT_EQ(pipe(ready.data()), 0);
     const pid_t program = fork();
     if (program == 0) {
-        const auto guard = GuardProcess::start(ServerKeys::guardBesideProgram(), memfd_create("snapshot", 0));
+        const auto guard = GuardProcess::start(ServerKeys::guardBesideProgram());
         const bool isClosed = guard && guard->listen(10s) == GuardProcess::Word::closed;
         (void)!write(ready[1], isClosed ? "y" : "n", 1);
         pause();
@@ -265,6 +320,40 @@ TEST_F(ServerKeysTest, GuardKilledAtTheVeryEndStillLeavesNothing) {
     kill(guards().at(0), SIGKILL);
     keys.reopen();
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBackByTheNextProgram) {
+    const auto before = ServerState::read(xcb);
+    killProgramAndGuard();
+    EXPECT_EQ(countActions(xcb, serverActions), 0U) << "nobody is left to put them back";
+    EXPECT_NE(controlsOn(xcb) & XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS, 0U) << "the server does this by itself";
+    ServerKeys next;
+    next.putBackLeftOver(connection);
+    EXPECT_FALSE(next.areClosed());
+    EXPECT_TRUE(guards().empty());
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+    next.putBackLeftOver(connection);
+    EXPECT_TRUE(guards().empty());
+}
+
+TEST_F(ServerKeysTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBackByTheNextSession) {
+    const auto before = ServerState::read(xcb);
+    killProgramAndGuard();
+    ServerKeys next;
+    next.close();
+    EXPECT_TRUE(next.areClosed());
+    next.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysTest, WhatAnotherProgramHasClosedIsNoLeftOver) {
+    ServerKeys another;
+    another.close();
+    ServerKeys next;
+    next.putBackLeftOver(connection);
+    EXPECT_EQ(countActions(xcb, serverActions), 0U);
+    another.reopen();
+    EXPECT_GT(countActions(xcb, serverActions), 0U);
 }
 
 TEST_F(ServerKeysTest, SignalsThatAskAProgramToEndDoNotEndTheGuard) {

@@ -2,6 +2,7 @@
 
 #include <sys/uio.h>
 #include <xcb/xcbext.h>
+#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <array>
@@ -181,6 +182,22 @@ PluggedSeat::PluggedSeat(xcb_connection_t* xcb) : m_xcb(xcb) {
             m_pointer = device.deviceid;
         }
     });
+}
+
+void PluggedSeat::focus(xcb_window_t window) const {
+    xcb_input_xi_set_focus(m_xcb, window, XCB_CURRENT_TIME, m_keyboards.at(0));
+    xcb_flush(m_xcb);
+}
+
+void PluggedSeat::tap(std::uint32_t kernelCode) const {
+    const auto firstEvent = xcb_get_extension_data(m_xcb, &xcb_input_id)->first_event;
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_xcb)).data->root;
+    for (const int type : {XCB_INPUT_DEVICE_KEY_PRESS, XCB_INPUT_DEVICE_KEY_RELEASE}) {
+        xcb_test_fake_input(m_xcb, static_cast<std::uint8_t>(firstEvent + type),
+                            static_cast<std::uint8_t>(kernelCode + 8), XCB_CURRENT_TIME, root, 0, 0,
+                            static_cast<std::uint8_t>(m_keyboards.at(0)));
+    }
+    xcb_flush(m_xcb);
 }
 
 void PluggedSeat::unplug() {

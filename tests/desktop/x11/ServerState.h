@@ -58,6 +58,10 @@ public:
     void unplug();
     [[nodiscard]] const std::vector<DeviceId>& keyboards() const { return m_keyboards; }
 
+    /// Where this keyboard's keys go, which is no matter of the first one's focus.
+    void focus(xcb_window_t window) const;
+    void tap(std::uint32_t kernelCode) const;
+
 private:
     xcb_connection_t* m_xcb;
     std::vector<DeviceId> m_keyboards;

@@ -16,8 +16,6 @@ namespace tapalong {
 
 namespace {
 
-constexpr int snapshotInGuard = 3;
-
 struct Pipe {
     int readEnd = -1;
     int writeEnd = -1;
@@ -45,13 +43,12 @@ struct Pipe {
     }
 };
 
-std::optional<pid_t> spawn(const std::string& program, int input, int output, int snapshot) {
+std::optional<pid_t> spawn(const std::string& program, int input, int output) {
     posix_spawn_file_actions_t files{};
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&files, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&files, snapshot, snapshotInGuard);
-    posix_spawn_file_actions_addclosefrom_np(&files, snapshotInGuard + 1);
+    posix_spawn_file_actions_addclosefrom_np(&files, STDERR_FILENO + 1);
     // What ends us by a signal to the terminal's or the session's processes must not end the guard first.
     posix_spawnattr_t attributes{};
     posix_spawnattr_init(&attributes);
@@ -62,7 +59,7 @@ std::optional<pid_t> spawn(const std::string& program, int input, int output, in
         sigaddset(&blocked, each);
     }
     posix_spawnattr_setsigmask(&attributes, &blocked);
-    std::string name = program;
+    std::string name = "x11-keys-guard"; // not ours: see the guard's main()
     const std::array<char*, 2> arguments{name.data(), nullptr};
     pid_t process = -1;
     const int error = posix_spawn(&process, program.c_str(), &files, &attributes, arguments.data(), environ);
@@ -73,13 +70,13 @@ std::optional<pid_t> spawn(const std::string& program, int input, int output, in
 
 } // namespace
 
-std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& program, int snapshotFile) {
+std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& program) {
     Pipe input;
     Pipe output;
     if (!input.open() || !output.open()) {
         return nullptr;
     }
-    const auto process = spawn(program, input.readEnd, output.writeEnd, snapshotFile);
+    const auto process = spawn(program, input.readEnd, output.writeEnd);
     if (!process) {
         return nullptr;
     }

@@ -12,8 +12,8 @@ namespace tapalong {
 /// process.
 class GuardProcess {
 public:
-    /// `snapshotFile` stays the caller's. Null when the program cannot be started.
-    [[nodiscard]] static std::unique_ptr<GuardProcess> start(const std::string& program, int snapshotFile);
+    /// Null when the program cannot be started.
+    [[nodiscard]] static std::unique_ptr<GuardProcess> start(const std::string& program);
     ~GuardProcess();
     GuardProcess(const GuardProcess&) = delete;
     GuardProcess& operator=(const GuardProcess&) = delete;

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/ServerKeys.h"
 
-#include <sys/mman.h>
+#include "platform/linux/x11/ServerKeysNote.h"
+
 #include <unistd.h>
 
 #include <chrono>
@@ -17,6 +18,21 @@ using namespace std::chrono_literals;
 // It takes a few milliseconds; more only on a machine that is busy or broken.
 constexpr auto patience = 500ms;
 
+/// Whether a guard's note is there and no guard.
+bool isLeftOver(xcb_connection_t* xcb) {
+    const auto request = xcb_intern_atom(xcb, 1, serverKeysNote.size(), serverKeysNote.data());
+    const auto name = own(xcb_intern_atom_reply(xcb, request, nullptr));
+    if (!name || name->atom == XCB_NONE) {
+        return false; // nobody ever wrote one here
+    }
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
+    const auto noteRequest = xcb_get_property(xcb, 0, root, name->atom, name->atom, 0, 0);
+    const auto ownerRequest = xcb_get_selection_owner(xcb, name->atom);
+    const auto note = own(xcb_get_property_reply(xcb, noteRequest, nullptr));
+    const auto owner = own(xcb_get_selection_owner_reply(xcb, ownerRequest, nullptr));
+    return note && note->type != XCB_NONE && owner && owner->owner == XCB_NONE;
+}
+
 } // namespace
 
 std::string ServerKeys::guardBesideProgram() {
@@ -25,27 +41,29 @@ std::string ServerKeys::guardBesideProgram() {
     return (program.parent_path() / "tapalong-x11-guard").string();
 }
 
-void ServerKeys::close() {
-    if (m_snapshotFile >= 0) {
-        return;
+void ServerKeys::putBackLeftOver(const X11Connection& connection) {
+    if (isLeftOver(connection.xcb())) {
+        close();
+        reopen();
     }
-    m_snapshotFile = memfd_create("tapalong-x11-guard", MFD_CLOEXEC);
-    if (m_snapshotFile >= 0) {
+}
+
+void ServerKeys::close() {
+    if (!std::exchange(m_areWanted, true)) {
         startGuard();
     }
 }
 
 void ServerKeys::reopen() {
-    if (m_snapshotFile < 0) {
+    if (!std::exchange(m_areWanted, false)) {
         return;
     }
     m_hasFailed = !std::exchange(m_areClosed, false);
     if (!endGuard()) {
-        // It was killed. Another one finds in the snapshot what is to be put back.
-        m_guard = GuardProcess::start(m_guardProgram, m_snapshotFile);
+        // It was killed. Another one finds in its note what is to be put back.
+        m_guard = GuardProcess::start(m_guardProgram);
         (void)endGuard();
     }
-    ::close(std::exchange(m_snapshotFile, -1));
 }
 
 bool ServerKeys::canBeClosed() const {
@@ -53,7 +71,7 @@ bool ServerKeys::canBeClosed() const {
 }
 
 void ServerKeys::startGuard() {
-    m_guard = GuardProcess::start(m_guardProgram, m_snapshotFile);
+    m_guard = GuardProcess::start(m_guardProgram);
     if (!m_guard) {
         return;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11/GuardProcess.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QSocketNotifier>
 
@@ -23,6 +24,9 @@ public:
     ServerKeys(const ServerKeys&) = delete;
     ServerKeys& operator=(const ServerKeys&) = delete;
 
+    /// Puts back what a session left whose program and guard were killed together; nothing where there is none.
+    void putBackLeftOver(const X11Connection& connection);
+
     /// Waits until it is done, at most half a second; what is late counts when it comes. Nothing while closed.
     void close();
 
@@ -41,7 +45,7 @@ private:
     [[nodiscard]] bool endGuard();
 
     std::string m_guardProgram;
-    int m_snapshotFile = -1;
+    bool m_areWanted = false; ///< closed
     std::unique_ptr<GuardProcess> m_guard;
     std::optional<QSocketNotifier> m_guardSpeaks;
     QObject m_listener; ///< not the notifier itself: hearing it may end it

@@ -59,6 +59,9 @@ X11EventTaps::X11EventTaps(X11Connection& connection, X11EventMonitors& monitors
     QObject::connect(&m_untilRefusalIsReported, &QTimer::timeout, &m_untilRefusalIsReported,
                      [this] { reportRefusal(); });
     QCoreApplication::instance()->installNativeEventFilter(this);
+    if (connection.isUsable()) {
+        m_serverKeys.putBackLeftOver(connection);
+    }
 }
 
 X11EventTaps::~X11EventTaps() {

@@ -101,7 +101,7 @@ std::optional<ActionBytes> originalOf(const ActionBytes& action, const Snapshot&
 
 } // namespace
 
-bool takeOutServerActions(xcb_connection_t* xcb, std::uint16_t device, Snapshot& snapshot) {
+bool takeOutServerActions(xcb_connection_t* xcb, std::uint16_t device, Snapshot& snapshot, const SnapshotNote& note) {
     ActionMap map = readActions(xcb, device);
     bool isChanged = false;
     for (auto& action : map.actions) {
@@ -115,7 +115,11 @@ bool takeOutServerActions(xcb_connection_t* xcb, std::uint16_t device, Snapshot&
         action = std::bit_cast<xcb_xkb_action_t>(placeholder(snapshot, *number));
         isChanged = true;
     }
-    return !isChanged || writeActions(xcb, device, map);
+    if (!isChanged) {
+        return true;
+    }
+    note.write(snapshot);
+    return writeActions(xcb, device, map);
 }
 
 void putBackServerActions(xcb_connection_t* xcb, std::uint16_t device, const Snapshot& snapshot) {

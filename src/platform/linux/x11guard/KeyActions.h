@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11guard/Snapshot.h"
+#include "platform/linux/x11guard/SnapshotNote.h"
 
 #include <xcb/xcb.h>
 
@@ -14,8 +15,10 @@ namespace tapalong {
 /// the keymap itself tells what to put back, also where the server has copied it to another device, and a keymap that
 /// somebody has replaced meanwhile is left alone.
 ///
-/// False when the server refuses, as it does for a device that has just left.
-[[nodiscard]] bool takeOutServerActions(xcb_connection_t* xcb, std::uint16_t device, Snapshot& snapshot);
+/// The originals are noted before the keymap is changed. False when the server refuses, as it does for a device that
+/// has just left.
+[[nodiscard]] bool takeOutServerActions(xcb_connection_t* xcb, std::uint16_t device, Snapshot& snapshot,
+                                        const SnapshotNote& note);
 
 void putBackServerActions(xcb_connection_t* xcb, std::uint16_t device, const Snapshot& snapshot);
 

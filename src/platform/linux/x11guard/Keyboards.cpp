@@ -81,6 +81,12 @@ bool setControls(xcb_connection_t* xcb, std::uint16_t device, std::uint32_t whic
     return own(xcb_request_check(xcb, request)) == nullptr;
 }
 
+void switchOnWhenWeAreGone(xcb_connection_t* xcb, std::uint16_t device, std::uint32_t which) {
+    constexpr std::uint32_t reset = XCB_XKB_PER_CLIENT_FLAG_AUTO_RESET_CONTROLS;
+    const auto request = xcb_xkb_per_client_flags(xcb, device, reset, reset, which, which, which);
+    (void)own(xcb_xkb_per_client_flags_reply(xcb, request, nullptr));
+}
+
 std::optional<xcb_window_t> deviceFocus(xcb_connection_t* xcb, std::uint16_t device) {
     const auto focus = own(xcb_input_xi_get_focus_reply(xcb, xcb_input_xi_get_focus(xcb, device), nullptr));
     return focus ? std::optional(focus->focus) : std::nullopt;

@@ -37,6 +37,9 @@ void changeLockState(xcb_connection_t* xcb, std::uint16_t device, const LockStat
 /// Switches those of `which` on or off as `enabled` has them.
 [[nodiscard]] bool setControls(xcb_connection_t* xcb, std::uint16_t device, std::uint32_t which, std::uint32_t enabled);
 
+/// The server switches those of `which` on by itself when our connection ends, however it ends.
+void switchOnWhenWeAreGone(xcb_connection_t* xcb, std::uint16_t device, std::uint32_t which);
+
 /// The window that the device by itself types into; what is bound to its keys depends on it.
 [[nodiscard]] std::optional<xcb_window_t> deviceFocus(xcb_connection_t* xcb, std::uint16_t device);
 [[nodiscard]] bool setDeviceFocus(xcb_connection_t* xcb, std::uint16_t device, xcb_window_t window);

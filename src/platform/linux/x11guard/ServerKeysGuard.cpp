@@ -1,6 +1,7 @@
 #include "platform/linux/x11guard/ServerKeysGuard.h"
 
 #include "platform/linux/x11guard/KeyActions.h"
+#include "platform/linux/x11guard/OtherSeats.h"
 
 namespace tapalong {
 
@@ -19,7 +20,7 @@ void watchHierarchy(xcb_connection_t* xcb) {
 
 } // namespace
 
-ServerKeysGuard::ServerKeysGuard(Snapshot& snapshot) : m_snapshot(snapshot), m_xcb(xcb_connect(nullptr, nullptr)) {
+ServerKeysGuard::ServerKeysGuard() : m_xcb(xcb_connect(nullptr, nullptr)) {
     m_isSetUp = xcb_connection_has_error(xcb()) == 0 && setUp();
 }
 
@@ -42,6 +43,9 @@ bool ServerKeysGuard::setUp() {
     if (!xkbUse || xkbUse->supported == 0 || !version || version->major_version < 2) {
         return false;
     }
+    m_note.emplace(xcb());
+    m_note->takeOver();
+    m_snapshot = m_note->read();
     watchHierarchy(xcb());
     return true;
 }
@@ -64,12 +68,13 @@ bool ServerKeysGuard::close() {
     for (const Keyboard& each : all) {
         isClosed = save(each.device) && isClosed;
     }
+    m_note->write(m_snapshot);
     for (const Keyboard& each : all) {
         if (auto* const saved = m_snapshot.find(each.device)) {
             isClosed = closeDevice(each, *saved) && isClosed;
         }
     }
-    return isClosed;
+    return grabOtherSeats(xcb()) && isClosed;
 }
 
 bool ServerKeysGuard::save(std::uint16_t device) {
@@ -85,10 +90,11 @@ bool ServerKeysGuard::save(std::uint16_t device) {
 }
 
 bool ServerKeysGuard::closeDevice(const Keyboard& keyboard, SavedDevice& saved) {
-    bool isClosed = takeOutServerActions(xcb(), keyboard.device, m_snapshot);
+    bool isClosed = takeOutServerActions(xcb(), keyboard.device, m_snapshot, *m_note);
     const auto controls = enabledControls(xcb(), keyboard.device);
     if (controls && (*controls & hotKeys) != 0) {
         saved.enabledControls |= hotKeys; // the desktop may have switched them on meanwhile: it gets them back
+        switchOnWhenWeAreGone(xcb(), keyboard.device, hotKeys);
         isClosed = setControls(xcb(), keyboard.device, hotKeys, 0) && isClosed;
     }
     if (!keyboard.isMaster && deviceFocus(xcb(), keyboard.device) != XCB_INPUT_FOCUS_NONE) {
@@ -103,6 +109,8 @@ void ServerKeysGuard::reopen() {
             reopenDevice(each, *saved);
         }
     }
+    releaseOtherSeats(xcb());
+    m_note->remove();
     // The answer says that all of it is done.
     (void)own(xcb_get_input_focus_reply(xcb(), xcb_get_input_focus(xcb()), nullptr));
 }

@@ -2,8 +2,10 @@
 
 #include "platform/linux/x11guard/Keyboards.h"
 #include "platform/linux/x11guard/Snapshot.h"
+#include "platform/linux/x11guard/SnapshotNote.h"
 
 #include <memory>
+#include <optional>
 
 namespace tapalong {
 
@@ -17,8 +19,8 @@ namespace tapalong {
 ///   from its master, with all keys that are down at that moment.
 class ServerKeysGuard {
 public:
-    /// On the display that the environment names. `snapshot` outlives the guard.
-    explicit ServerKeysGuard(Snapshot& snapshot);
+    /// On the display that the environment names. Goes on from what a guard that was killed has left.
+    ServerKeysGuard();
 
     /// False when there is no such server, it lacks XKB or XInput 2, or it is gone.
     [[nodiscard]] bool isConnected() const;
@@ -26,7 +28,7 @@ public:
 
     /// To be called again when keyboards changed. False when the server refused a part.
     [[nodiscard]] bool close();
-    /// Puts everything back that was there at the first close(), also keys that were locked since.
+    /// Puts everything back that was there at the first close(), also keys that were locked since. Last.
     void reopen();
 
     /// Takes in what the server has told; true when that calls for another close().
@@ -45,8 +47,9 @@ private:
     void reopenDevice(const Keyboard& keyboard, const SavedDevice& saved);
     [[nodiscard]] bool isNews(const xcb_generic_event_t& event);
 
-    Snapshot& m_snapshot;
     std::unique_ptr<xcb_connection_t, Disconnect> m_xcb;
+    std::optional<SnapshotNote> m_note;
+    Snapshot m_snapshot;
     std::uint8_t m_xkbEventBase = 0;
     std::uint8_t m_xinputOpcode = 0;
     bool m_isSetUp = false;

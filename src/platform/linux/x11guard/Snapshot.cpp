@@ -1,27 +1,37 @@
 #include "platform/linux/x11guard/Snapshot.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
+#include <cstring>
 #include <random>
+#include <type_traits>
 
 namespace tapalong {
 
-Snapshot* Snapshot::inFile(int descriptor) {
-    // A new file reads as zeros, which is the snapshot of nothing.
-    if (ftruncate(descriptor, sizeof(Snapshot)) != 0) {
-        return nullptr;
-    }
-    void* memory = mmap(nullptr, sizeof(Snapshot), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    if (memory == MAP_FAILED) {
-        return nullptr;
-    }
-    auto* const snapshot = static_cast<Snapshot*>(memory);
-    if (snapshot->m_mark == 0) {
-        snapshot->m_mark = static_cast<std::uint16_t>(std::random_device{}() | 1U);
-    }
+static_assert(std::is_trivially_copyable_v<Snapshot>);
+
+Snapshot Snapshot::ofNothing() {
+    Snapshot snapshot;
+    snapshot.m_mark = static_cast<std::uint16_t>(std::random_device{}() | 1U);
     return snapshot;
+}
+
+std::optional<Snapshot> Snapshot::from(std::span<const std::byte> bytes) {
+    Snapshot snapshot;
+    if (bytes.size() > sizeof snapshot || bytes.size() < snapshot.sizeInUse()) {
+        return std::nullopt;
+    }
+    std::memcpy(&snapshot, bytes.data(), bytes.size());
+    const bool isWhole = snapshot.m_deviceCount <= mostDevices && snapshot.m_actionCount <= mostActions &&
+                         snapshot.sizeInUse() == bytes.size();
+    return isWhole ? std::optional(snapshot) : std::nullopt;
+}
+
+std::span<const std::byte> Snapshot::bytes() const {
+    return std::as_bytes(std::span(this, 1)).first(sizeInUse());
+}
+
+std::size_t Snapshot::sizeInUse() const {
+    return sizeof(Snapshot) - (mostActions - m_actionCount) * sizeof(ActionBytes);
 }
 
 SavedDevice* Snapshot::find(std::uint16_t device) {
@@ -37,12 +47,10 @@ bool Snapshot::add(const SavedDevice& device) {
         *unused = device;
         return true;
     }
-    const std::uint16_t count = m_deviceCount.load();
-    if (count == m_devices.size()) {
+    if (m_deviceCount == m_devices.size()) {
         return false;
     }
-    m_devices.at(count) = device;
-    m_deviceCount.store(static_cast<std::uint16_t>(count + 1));
+    m_devices.at(m_deviceCount++) = device;
     return true;
 }
 
@@ -53,22 +61,20 @@ void Snapshot::forget(std::uint16_t device) {
 }
 
 std::optional<std::uint16_t> Snapshot::keep(const ActionBytes& action) {
-    const std::uint16_t count = m_actionCount.load();
-    const auto known = std::span(m_actions).first(count);
+    const auto known = std::span(m_actions).first(m_actionCount);
     const auto found = std::find(known.begin(), known.end(), action);
     if (found != known.end()) {
         return static_cast<std::uint16_t>(found - known.begin());
     }
-    if (count == m_actions.size()) {
+    if (m_actionCount == m_actions.size()) {
         return std::nullopt;
     }
-    m_actions.at(count) = action;
-    m_actionCount.store(static_cast<std::uint16_t>(count + 1));
-    return count;
+    m_actions.at(m_actionCount) = action;
+    return m_actionCount++;
 }
 
 std::optional<ActionBytes> Snapshot::action(std::uint16_t number) const {
-    return number < m_actionCount.load() ? std::optional(m_actions.at(number)) : std::nullopt;
+    return number < m_actionCount ? std::optional(m_actions.at(number)) : std::nullopt;
 }
 
 } // namespace tapalong

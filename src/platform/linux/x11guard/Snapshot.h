@@ -3,7 +3,6 @@
 #include "platform/linux/x11guard/Keyboards.h"
 
 #include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -22,14 +21,15 @@ struct SavedDevice {
 /// What a key does, as the server gives and takes it.
 using ActionBytes = std::array<std::uint8_t, 8>;
 
-/// All that is needed to put the server back. It lies in a file in memory that the program holds open: should the
-/// guard be killed, the next one finds there what the first one saw. So it is written before the server is changed,
-/// and an entry counts once it is whole.
+/// All that is needed to put the server back, as plain bytes: should the guard be killed, the next one goes on from
+/// what the first one saw.
 class Snapshot {
 public:
-    /// In the file behind the descriptor, which is made large enough; null when that fails. Lives until the process
-    /// ends.
-    [[nodiscard]] static Snapshot* inFile(int descriptor);
+    [[nodiscard]] static Snapshot ofNothing();
+
+    /// None when the bytes are no snapshot, or that of another version of the program.
+    [[nodiscard]] static std::optional<Snapshot> from(std::span<const std::byte> bytes);
+    [[nodiscard]] std::span<const std::byte> bytes() const;
 
     [[nodiscard]] SavedDevice* find(std::uint16_t device);
     /// False when there is no room for more.
@@ -51,13 +51,14 @@ private:
     // All keys that switch to a certain terminal share one action; a usual keymap has some thirty.
     static constexpr std::size_t mostActions = 2048;
 
-    [[nodiscard]] std::span<SavedDevice> devices() { return {m_devices.data(), m_deviceCount.load()}; }
+    [[nodiscard]] std::size_t sizeInUse() const;
+    [[nodiscard]] std::span<SavedDevice> devices() { return {m_devices.data(), m_deviceCount}; }
 
-    std::uint16_t m_mark;
-    std::atomic<std::uint16_t> m_deviceCount;
-    std::atomic<std::uint16_t> m_actionCount;
-    std::array<SavedDevice, mostDevices> m_devices;
-    std::array<ActionBytes, mostActions> m_actions;
+    std::uint16_t m_mark = 0;
+    std::uint16_t m_deviceCount = 0;
+    std::uint16_t m_actionCount = 0;
+    std::array<SavedDevice, mostDevices> m_devices{};
+    std::array<ActionBytes, mostActions> m_actions{}; ///< last: only those in use are written
 };
 
 } // namespace tapalong

@@ -4,11 +4,11 @@
 //
 //     descriptor 0   its end is the order to put everything back and to leave
 //     descriptor 1   gets the line "closed" once the server has done all that was asked
-//     descriptor 3   the snapshot's file
 
 #include "platform/linux/x11guard/ServerKeysGuard.h"
 
 #include <poll.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -22,7 +22,6 @@ namespace {
 using namespace std::chrono_literals;
 using tapalong::ServerKeysGuard;
 
-constexpr int snapshotFile = 3;
 // Another program that insists on its own keymap must not keep both of us and the server busy.
 constexpr auto leastBetweenCloses = 50ms;
 
@@ -63,11 +62,9 @@ void keepClosedUntilInputEnds(ServerKeysGuard& guard) {
 
 int main() {
     ignoreSignals();
-    auto* const snapshot = tapalong::Snapshot::inFile(snapshotFile);
-    if (snapshot == nullptr) {
-        return 1;
-    }
-    ServerKeysGuard guard(*snapshot);
+    // An order to kill whatever is called like the program is no order to kill the guard together with it.
+    prctl(PR_SET_NAME, "x11-keys-guard");
+    ServerKeysGuard guard;
     if (!guard.isConnected()) {
         return 1;
     }
