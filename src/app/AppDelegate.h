@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/ApplicationDelegate.h"
 #include "app/SessionWindow.h"
 #include "platform/Application.h"
 #include "platform/EventMonitors.h"
 #include "platform/Platform.h"
+#include "session/ApplicationDelegate.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/ApplicationFixture.test.h"
-#include "settings/SettingsView.h"
+#include "views/SettingsView.h"
 
 #include <algorithm>
 

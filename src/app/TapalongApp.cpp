@@ -1,6 +1,6 @@
 #include "app/TapalongApp.h"
 
-#include "settings/SettingsView.h"
+#include "views/SettingsView.h"
 
 namespace tapalong {
 

@@ -2,9 +2,9 @@
 
 #include "app/ApplicationFixture.test.h"
 #include "lockdown/KioskManager.h"
-#include "settings/SettingsView.h"
-#include "settings/ShortcutRecorder.h"
 #include "sound/SoundEngine.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutRecorder.h"
 
 #include <algorithm>
 

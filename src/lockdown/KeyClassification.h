@@ -1,7 +1,7 @@
 #pragma once
 
+#include "lockdown/KeyEvent.h"
 #include "platform/InputEvent.h"
-#include "session/KeyEvent.h"
 
 #include <cstdint>
 

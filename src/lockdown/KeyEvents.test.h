@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/KeyEvent.h"
+#include "lockdown/KeyEvent.h"
 
 #include <string>
 

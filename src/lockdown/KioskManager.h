@@ -2,12 +2,12 @@
 
 #include "base/Observable.h"
 #include "lockdown/HotCornerMonitor.h"
+#include "lockdown/KeyEvent.h"
 #include "platform/EventMonitors.h"
 #include "platform/EventTaps.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Platform.h"
 #include "platform/Timers.h"
-#include "session/KeyEvent.h"
 
 #include <cstdint>
 #include <functional>

@@ -2,6 +2,7 @@
 
 #include "lockdown/KioskManager.h"
 #include "session/RainbowColors.h"
+#include "session/RecordingDelegate.test.h"
 #include "session/SessionManager.h"
 #include "settings/SettingsFixture.test.h"
 #include "sound/SoundEngine.h"

@@ -1,11 +1,11 @@
 #include "session/SessionManager.h"
 
-#include "app/ApplicationDelegate.h"
 #include "base/Fatal.h"
 #include "base/WhileAlive.h"
 #include "lockdown/KioskManager.h"
 #include "platform/RandomSource.h"
 #include "platform/Timers.h"
+#include "session/ApplicationDelegate.h"
 #include "session/ContentLimit.h"
 #include "session/EmojiPool.h"
 #include "session/RainbowColors.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Observable.h"
+#include "lockdown/KeyEvent.h"
 #include "platform/Platform.h"
-#include "session/KeyEvent.h"
 #include "session/TypedCharacter.h"
 
 #include <cstdint>

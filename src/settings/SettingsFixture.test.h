@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/ApplicationDelegate.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "settings/SessionSettings.h"
 
@@ -20,20 +19,6 @@ template <class Action> Effects effectsOf(simulated::SimulatedPlatform& world, A
     action();
     return world.effects.all();
 }
-
-/// Stands in for the application delegate for as long as it lives, and writes down what is asked of it.
-class RecordingDelegate final : public ApplicationDelegate {
-public:
-    explicit RecordingDelegate(simulated::EffectLog& effects) : m_effects(effects) { setShared(this); }
-    ~RecordingDelegate() { setShared(nullptr); }
-
-    void registerGlobalShortcut() override { m_effects.record("delegate.registerGlobalShortcut"); }
-    void showSessionWindow() override { m_effects.record("delegate.showSessionWindow"); }
-    void dismissSessionWindow() override { m_effects.record("delegate.dismissSessionWindow"); }
-
-private:
-    simulated::EffectLog& m_effects;
-};
 
 /// A simulated desktop with a settings store on it, and no application yet.
 struct SettingsFixture : testing::Test {

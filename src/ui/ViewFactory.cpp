@@ -1,11 +1,11 @@
 #include "ui/ViewFactory.h"
 
 #include "base/Fatal.h"
-#include "settings/SettingsView.h"
 #include "ui/controls/SymbolImageProvider.h"
 #include "ui/session/SessionViewAdapter.h"
 #include "ui/settings/SettingsViewAdapter.h"
 #include "views/SessionView.h"
+#include "views/SettingsView.h"
 
 #include <QQmlEngine>
 #include <QQmlError>

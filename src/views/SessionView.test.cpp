@@ -1,6 +1,7 @@
 #include "views/SessionView.h"
 
 #include "lockdown/Notifications.h"
+#include "session/RecordingDelegate.test.h"
 #include "session/SessionManager.h"
 #include "settings/SettingsFixture.test.h"
 

@@ -5,8 +5,8 @@
 #include "scenarios/runner/SimulatedApplication.h"
 #include "session/EmojiPool.h"
 #include "session/RainbowColors.h"
-#include "settings/SettingsView.h"
-#include "settings/ShortcutRecorder.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutRecorder.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include "random/RandomSession.h"
 
 #include "random/Comparison.h"
-#include "settings/SettingsView.h"
-#include "settings/ShortcutRecorder.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutRecorder.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "ui/controls/SecureField.h"
 
-#include "settings/SettingsView.h"
 #include "ui/Gui.test.h"
+#include "views/SettingsView.h"
 
 #include <QAccessible>
 #include <QClipboard>

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "settings/ControlRange.h"
 #include "settings/SessionSettings.h"
-#include "settings/SettingsView.h"
-#include "settings/ShortcutRecorder.h"
 #include "ui/ControlRangeValue.h"
 #include "ui/ViewAdapter.h"
 #include "ui/ViewFactory.h"
 #include "ui/ViewProperty.h"
+#include "views/ControlRange.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutRecorder.h"
 
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>

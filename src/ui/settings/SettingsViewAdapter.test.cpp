@@ -1,7 +1,7 @@
 #include "ui/settings/SettingsViewAdapter.h"
 
-#include "settings/ControlRange.h"
 #include "ui/Gui.test.h"
+#include "views/ControlRange.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "scenarios/runner/KeyTable.h"
 #include "scenarios/runner/Player.h"
-#include "settings/SettingsView.h"
-#include "settings/ShortcutRecorder.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutRecorder.h"
 
 namespace tapalong::testing {
 

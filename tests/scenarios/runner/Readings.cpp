@@ -4,8 +4,8 @@
 #include "scenarios/runner/Player.h"
 #include "scenarios/runner/Settings.h"
 #include "session/RainbowColors.h"
-#include "settings/SettingsView.h"
-#include "settings/ShortcutRecorder.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutRecorder.h"
 
 #include <array>
 #include <cstdio>

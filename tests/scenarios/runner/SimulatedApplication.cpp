@@ -1,7 +1,7 @@
 #include "scenarios/runner/SimulatedApplication.h"
 
 #include "session/RainbowColors.h"
-#include "settings/SettingsView.h"
+#include "views/SettingsView.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
-#include "settings/ShortcutRecorder.h"
+#include "views/ShortcutRecorder.h"
 
-#include "app/ApplicationDelegate.h"
 #include "base/Fatal.h"
-#include "settings/KeyNames.h"
+#include "session/ApplicationDelegate.h"
 #include "settings/SessionSettings.h"
+#include "views/KeyNames.h"
 
 #include <limits>
 

@@ -1,4 +1,4 @@
-#include "settings/KeyNames.h"
+#include "views/KeyNames.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,9 @@
-#include "settings/SettingsView.h"
+#include "views/SettingsView.h"
 
+#include "session/RecordingDelegate.test.h"
 #include "session/SessionManager.h"
 #include "settings/SettingsFixture.test.h"
-#include "settings/ShortcutRecorder.h"
+#include "views/ShortcutRecorder.h"
 
 #include <memory>
 

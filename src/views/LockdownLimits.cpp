@@ -1,4 +1,4 @@
-#include "settings/LockdownLimits.h"
+#include "views/LockdownLimits.h"
 
 #include <algorithm>
 

@@ -1,5 +1,6 @@
-#include "settings/ShortcutRecorder.h"
+#include "views/ShortcutRecorder.h"
 
+#include "session/RecordingDelegate.test.h"
 #include "settings/SettingsFixture.test.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-#include "settings/SettingsView.h"
+#include "views/SettingsView.h"
 
 #include "base/WhileAlive.h"
 #include "platform/Accessibility.h"
@@ -7,10 +7,10 @@
 #include "platform/Notices.h"
 #include "platform/SystemSounds.h"
 #include "session/SessionManager.h"
-#include "settings/LockdownLimits.h"
 #include "settings/SessionSettings.h"
-#include "settings/ShortcutRecorder.h"
 #include "sound/SoundPack.h"
+#include "views/LockdownLimits.h"
+#include "views/ShortcutRecorder.h"
 
 #include <utility>
 

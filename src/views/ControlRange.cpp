@@ -1,4 +1,4 @@
-#include "settings/ControlRange.h"
+#include "views/ControlRange.h"
 
 #include "base/Fatal.h"
 
