@@ -1,8 +1,11 @@
 #include "platform/linux/limits/KernelFiles.h"
 
+#include "base/Fatal.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 
 namespace tapalong {
@@ -11,15 +14,21 @@ namespace {
 
 class KernelFilesTest : public testing::Test {
 protected:
-    KernelFilesTest() { std::filesystem::remove_all(m_root); }
     ~KernelFilesTest() override { std::filesystem::remove_all(m_root); }
+
+    static std::filesystem::path newFolder() {
+        std::string pattern = testing::TempDir() + "kernel-files-XXXXXX";
+        verify(mkdtemp(pattern.data()) != nullptr, "the folder for temporary files can be written");
+        return pattern;
+    }
 
     void write(const std::filesystem::path& name, const std::string& text) {
         std::filesystem::create_directories((m_root / name).parent_path());
         std::ofstream(m_root / name) << text;
     }
 
-    std::filesystem::path m_root = testing::TempDir() + "kernel-files";
+    // A folder for each test: several run at a time.
+    std::filesystem::path m_root = newFolder();
     KernelFiles m_files{m_root};
 };
 
