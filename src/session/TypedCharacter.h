@@ -1,8 +1,8 @@
 #pragma once
 
+#include "session/SharedColor.h"
 #include "session/TypedContent.h"
 #include "session/Uuid.h"
-#include "settings/Color.h"
 #include "text/Character.h"
 
 namespace tapalong {
@@ -10,10 +10,10 @@ namespace tapalong {
 /// One character on the screen. It is replaced, never changed.
 struct TypedCharacter {
     Character character;
-    Color color;
+    SharedColor color;
     Uuid id; ///< tells equal characters apart
 
-    TypedCharacter(Character typed, Color chosen, Uuid unique)
+    TypedCharacter(Character typed, const Color& chosen, Uuid unique)
         : character(std::move(typed)), color(chosen), id(unique) {}
 };
 

@@ -172,7 +172,7 @@ struct Rebuilt {
     void show() {
         QString text;
         for (const TypedCharacter& typed : typist.content) {
-            const auto color = typed.color.srgb().value();
+            const auto color = typed.color->srgb().value();
             const QString shown = QString::fromStdString(typed.character.utf8());
             text += QStringLiteral("<font color=\"%1\">%2</font>")
                         .arg(QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),

@@ -43,7 +43,7 @@ void compareContent(Finding& finding, const SimulatedApplication& application, c
         if (typed[i].character.utf8() != model.content[i].text) {
             finding.equal("character " + std::to_string(i), typed[i].character.utf8(), model.content[i].text);
         } else if (typed[i].color != model.content[i].color) {
-            finding.equal("the colour of character " + std::to_string(i), typed[i].color.hexString(),
+            finding.equal("the colour of character " + std::to_string(i), typed[i].color->hexString(),
                           model.content[i].color.hexString() + ", to the last bit");
         }
     }
