@@ -40,7 +40,9 @@ suite() {
     report="$PWD/$LOG_FOLDER/ctest-${stage// /-}.xml"
     rm -f "$report"
     step "Testing: $stage" "ctest-${stage// /-}" \
-        ctest --preset "$preset" ${TAPALONG_LONG:+--timeout 7200} --output-junit "$report" "$@" || status=1
+        ctest --preset "$preset" ${TAPALONG_LONG:+--timeout 7200} --output-junit "$report" \
+        --test-output-size-passed 1000000 --test-output-size-failed 1000000 "$@" || status=1
+    python3 tools/setup/figures.py "$report"
     read -r cases good bad skipped < <(python3 tools/setup/count_cases.py "$report")
     # No report, no case, or a complaint of CTest itself: the stage as a whole has failed.
     if [ "$status" -ne 0 ] && [ "$bad" -eq 0 ]; then bad=1; fi

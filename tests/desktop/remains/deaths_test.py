@@ -1,12 +1,11 @@
 """However the program dies, and at whatever step of a session: within one second nothing of it is left."""
-import random
 import subprocess
 import sys
 import time
 import unittest
 
 import fault_point as kinds
-from faults import Campaign, count_steps, is_long, is_stopped, reach, seed, spread
+from faults import Campaign, is_long, is_stopped, reach
 from stage import Stage, wait_until
 
 DEATHS = (
@@ -23,13 +22,8 @@ ONE_SECOND = 1.0
 class Deaths(unittest.TestCase):
     def test_nothing_is_left_after_any_death(self):
         number = 300 if is_long() else 30
-        chosen = seed()
-        steps = count_steps()
-        print(f"{number} deaths over {steps} steps, TAPALONG_SEED={chosen}", flush=True)
         campaign = Campaign(self.die)
-        campaign.go(spread(DEATHS, number, steps, random.Random(chosen)))
-        print(f"died: {dict(campaign.done)}; {len(campaign.failures)} left something; {campaign.missed} had fewer steps "
-              "than were counted and were killed at the end of the phase", flush=True)
+        campaign.go("deaths", DEATHS, number)
         self.assertEqual(sum(campaign.done.values()), number)
         self.assertEqual(campaign.failures, [], "\n".join(campaign.failures))
         self.assertLessEqual(campaign.missed, number // 5)

@@ -8,6 +8,7 @@ import traceback
 
 import witness as keys
 from stage import PASSWORD, Stage, wait_until
+from rig.figures import figure
 
 PHASES = ("start", "typing", "question", "end")
 DESKTOPS = 3  # at a time: most of a death is waiting
@@ -107,13 +108,20 @@ class Campaign:
         self.done = collections.Counter()
         self.missed = 0
 
-    def go(self, planned):
-        self._rest = list(planned)
+    def go(self, word, faults, number):
+        """`number` faults of these kinds, spread over all steps of a session. Says what came of them."""
+        chosen, steps = seed(), count_steps()
+        figure(f"{number} {word} over {steps} steps, TAPALONG_SEED={chosen}")
+        self._rest = spread(faults, number, steps, random.Random(chosen))
         workers = [threading.Thread(target=self._work) for _ in range(DESKTOPS)]
         for worker in workers:
             worker.start()
         for worker in workers:
             worker.join()
+        figure(f"done: {dict(self.done)}; {len(self.failures)} with something to complain of; {self.missed} had fewer "
+               "steps than were counted and ended at the end of the phase")
+        for failure in self.failures:
+            figure("    " + failure.replace("\n", " "))
 
     def _next(self):
         with self._lock:

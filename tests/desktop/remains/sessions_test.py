@@ -9,6 +9,7 @@ import unittest
 import witness as keys
 from faults import is_long
 from stage import Stage
+from rig.figures import figure
 
 FEW, MANY = (10, 100) if is_long() else (5, 15)
 
@@ -63,8 +64,7 @@ class Sessions(unittest.TestCase):
             many = holdings(stage)
             stage.program.quit()
             self.assertEqual(stage.what_is_left_after(1), [])
-        print(f"after {FEW} and {MANY} sessions: wake-ups in 3 s {few.wake_ups}, {many.wake_ups}; {few.words()}",
-              flush=True)
+        figure(f"after {FEW} and {MANY} sessions: wake-ups in 3 s {few.wake_ups}, {many.wake_ups}; {few.words()}")
         self.assertEqual(many._replace(wake_ups=0), few._replace(wake_ups=0))
         # A forgotten timer wakes at least twice a second for each session that is over.
         self.assertLess(many.wake_ups, few.wake_ups + 6)
@@ -84,14 +84,10 @@ class Sessions(unittest.TestCase):
         return kilobytes
 
     def assert_no_growth(self, kilobytes):
-        """What is held rises and falls with the script engine's garbage, and its heap takes its size within some forty
-        sessions; so what counts is how low it falls before and after the middle of the rest."""
-        span = 30
-        first, last = min(kilobytes[-2 * span:-span]), min(kilobytes[-span:])
-        growth = last / first - 1
-        print(f"lowest of {span} sessions: {first} KiB, of the last {span}: {last} KiB, {growth:+.2%}; "
-              f"after each session {kilobytes}", flush=True)
-        self.assertLess(growth, 0.01)
+        """Of what the program has written to; within one in a hundred of what it was after the first few."""
+        few, most = kilobytes[FEW - 1], max(kilobytes[FEW:])
+        figure(f"own memory after {FEW} sessions {few} KiB, after {MANY} {kilobytes[-1]} KiB, at most {most} KiB")
+        self.assertLess(most / few - 1, 0.01, kilobytes)
 
 
 if __name__ == "__main__":

@@ -1,11 +1,10 @@
 """Asked to end by a signal, at whatever step of a session: the session ends in order and the program leaves."""
 import json
-import random
 import time
 import unittest
 
 import fault_point as kinds
-from faults import Campaign, count_steps, is_long, reach, seed, spread
+from faults import Campaign, is_long, reach
 from stage import SETTINGS, UNLOCKED, Stage, wait_until
 
 SIGNALS = (("SIGTERM", kinds.TERMINATE), ("SIGINT", kinds.INTERRUPT), ("SIGHUP", kinds.HANG_UP))
@@ -14,12 +13,8 @@ SIGNALS = (("SIGTERM", kinds.TERMINATE), ("SIGINT", kinds.INTERRUPT), ("SIGHUP",
 class Signals(unittest.TestCase):
     def test_the_session_ends_in_order(self):
         number = 90 if is_long() else 9
-        chosen = seed()
-        steps = count_steps()
-        print(f"{number} signals over {steps} steps, TAPALONG_SEED={chosen}", flush=True)
         campaign = Campaign(self.leave)
-        campaign.go(spread(SIGNALS, number, steps, random.Random(chosen)))
-        print(f"sent: {dict(campaign.done)}; {len(campaign.failures)} were not followed", flush=True)
+        campaign.go("signals", SIGNALS, number)
         self.assertEqual(sum(campaign.done.values()), number)
         self.assertEqual(campaign.failures, [], "\n".join(campaign.failures))
 

@@ -3,6 +3,7 @@ import os
 
 from chords import Keyboard
 from client import Client
+from rig.figures import figure
 
 
 class Sweep(Client):
@@ -41,9 +42,10 @@ class Sweep(Client):
         if self.play(name, tokens, watch_ms=12):
             self.ask("restore")
 
-    def report(self, title):
+    def report(self, title, say=figure):
         """The figures of this sweep, and each escape by its chord and by who got it."""
-        print(f"\n{title}: {self.chords} chords, {len(self.escapes)} escapes", flush=True)
+        print(flush=True)
+        figure(f"{title}: {self.chords} chords, {len(self.escapes)} escapes")
         for name, sightings in self.escapes.items():
             more = f"; {len(sightings) - 3} more" if len(sightings) > 3 else ""
-            print(f"    {name}: {'; '.join(sightings[:3])}{more}", flush=True)
+            say(f"    {name}: {'; '.join(sightings[:3])}{more}")

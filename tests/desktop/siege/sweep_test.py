@@ -54,7 +54,7 @@ class Siege:
             sweep.open_plain_window()
             for name, tokens in sweep.keyboard.sample(self.desktop.size, SAMPLE):
                 sweep.play_and_restore(name, tokens)
-            sweep.report(self.title("a window that grabs nothing"))
+            sweep.report(self.title("a window that grabs nothing"), say=print)
             self.assertGreater(len(sweep.escapes), 40)
             self.assertIn("Super_L", sweep.escapes)
             self.assertIn("Alt_L+Tab", sweep.escapes)

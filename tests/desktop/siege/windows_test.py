@@ -9,6 +9,7 @@ sys.path[:0] = [HERE, os.path.join(HERE, ".."), os.path.join(HERE, "..", "cycle"
 from case import PASSWORD, DesktopCase, wait_until  # noqa: E402  pylint: disable=wrong-import-position
 
 from client import Client  # noqa: E402  pylint: disable=wrong-import-position
+from rig.figures import figure  # noqa: E402  pylint: disable=wrong-import-position
 
 LONG = "TAPALONG_LONG" in os.environ
 LONGEST_SHOWN_MS = 50
@@ -59,10 +60,11 @@ class Siege:
 
     def judge(self, title, answers):
         name = " with ".join(each[0] for each in (self.window_manager, self.compositor) if each)
-        print(f"\n{title}, {name}:\n    {'':24}{'shown ms':>9}{'focus ms':>9}{'keys':>6}{'clicks':>7}", flush=True)
+        print(flush=True)
+        figure(f"{title}, {name}:\n    {'':24}{'shown ms':>9}{'focus ms':>9}{'keys':>6}{'clicks':>7}")
         complaints = []
         for kind, answer in answers:
-            print(f"    {kind:24}{answer.shown_ms:9}{answer.focus_ms:9}{answer.keys:6}{answer.clicks:7}", flush=True)
+            figure(f"    {kind:24}{answer.shown_ms:9}{answer.focus_ms:9}{answer.keys:6}{answer.clicks:7}")
             complaints += [f"{kind}: {each}" for each in answer.complaints()]
         self.assertEqual(complaints, [])
 
