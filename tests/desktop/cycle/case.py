@@ -43,13 +43,16 @@ class DesktopCase(unittest.TestCase):
         """Starts the program with these settings and waits for its window."""
         self.program = Program(self.desktop, PROGRAM, settings={"exitPassword": PASSWORD, "useTouchID": False} |
                                settings)
-        self.program.find("Start Session")
-        return self.program
+        return self.launched()
 
     def relaunch(self):
         """Starts the program with whatever the last run stored."""
         self.program = Program(self.desktop, PROGRAM)
+        return self.launched()
+
+    def launched(self):
         self.program.find("Start Session")
+        self.desktop.wait_shown("Tapalong Settings")
         return self.program
 
     def start_session(self, **settings):

@@ -170,6 +170,13 @@ class Desktop:
         return wait_until(lambda: self.output(["xdotool", "search", "--name", f"^{title}$"]).split(),
                           f"a window titled {title!r}")[0]
 
+    def wait_shown(self, title):
+        """The accessibility tree has a window before the window manager shows it, and input of that time is lost: it
+        goes past the window, or to it before the window manager is done with it."""
+        wait_until(lambda: self.output(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"]),
+                   f"a window titled {title!r} on the screen")
+        self.settle(0.25)
+
     def focus(self, title):
         self.xdotool("windowfocus", "--sync", self.window(title))
 
