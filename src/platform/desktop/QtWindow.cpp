@@ -3,6 +3,7 @@
 #include "platform/desktop/QtScreens.h"
 
 #include <QGuiApplication>
+#include <QQmlEngine>
 #include <QScreen>
 
 #include <utility>
@@ -10,7 +11,10 @@
 namespace tapalong {
 
 QtWindow::QtWindow(QQmlEngine& engine, const WindowTraits& traits, HostQuickView::Callbacks callbacks)
-    : m_traits(traits), m_view(new HostQuickView(engine, std::move(callbacks))) {}
+    : m_traits(traits), m_view(new HostQuickView(engine, std::move(callbacks))) {
+    // Or what the window's content leaves to the script engine piles up over some forty sessions.
+    QObject::connect(m_view, &QObject::destroyed, &engine, [&engine] { engine.collectGarbage(); });
+}
 
 QtWindow::~QtWindow() {
     QObject::disconnect(m_screenChanges);
