@@ -87,12 +87,15 @@ void DesktopX11::keepKeyboard(QWindow& window) {
             takeBack->start();
         }
     });
+    QObject::connect(&window, &QWindow::visibleChanged, &window, [this, &window](bool isVisible) {
+        m_eventTaps.setKeyWindow(isVisible ? static_cast<xcb_window_t>(window.winId()) : XCB_NONE);
+    });
     QObject::connect(&window, &QWindow::activeChanged, takeBack, [this, &window, takeBack] {
         if (!window.isActive() && m_eventTaps.holdsInput()) {
             takeBack->start();
         }
     });
-    // Another window of ours counts as being in front, and keys would change it unseen.
+    // Without a tap, another window of ours counts as being in front, and keys would change it unseen.
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, takeBack, [&window, takeBack](QWindow* focused) {
         if (focused != nullptr && focused != &window && window.isVisible()) {
             takeBack->start();

@@ -271,6 +271,23 @@ TEST_F(X11EventTapsTest, FocusTakenByAnotherProgramIsSaidAndTheWindowStaysActive
     EXPECT_EQ(taken, 1);
 }
 
+TEST_F(X11EventTapsTest, FocusGivenToAnotherWindowOfOursIsSaidAndTheKeyWindowStaysActive) {
+    test::OwnWindow behind;
+    test::OwnWindow window;
+    int taken = 0;
+    taps.whenFocusIsTaken([&taken] { ++taken; });
+    taps.setKeyWindow(static_cast<xcb_window_t>(window.winId()));
+    start();
+    other.focus(static_cast<xcb_window_t>(behind.winId()));
+    EXPECT_TRUE(spinUntil([&taken] { return taken > 0; }));
+    spinFor(100ms);
+    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
+    stop();
+    window.activate();
+    other.focus(static_cast<xcb_window_t>(behind.winId()));
+    EXPECT_TRUE(spinUntil([&behind] { return QGuiApplication::focusWindow() == &behind; })) << "without a tap it is";
+}
+
 TEST_F(X11EventTapsTest, EventsOutsideTheMaskAreNotOffered) {
     start(maskOf(EventType::keyUp));
     other.tap(KEY_A);

@@ -41,6 +41,11 @@ bool isNoLossOfKeyboard(const xcb_focus_out_event_t& event) {
     return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
 }
 
+// By somebody who sets the focus, and not by where the pointer is.
+bool isTaking(const xcb_focus_in_event_t& event) {
+    return event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED && event.detail != XCB_NOTIFY_DETAIL_POINTER;
+}
+
 // The release of a wheel step is no event of ours and yet must not reach a window alone.
 bool isWheelRelease(const xcb_generic_event_t& event, std::uint8_t xinputOpcode) {
     return xinputTypeOf(event, xinputOpcode) == XCB_INPUT_BUTTON_RELEASE &&
@@ -252,9 +257,13 @@ void X11EventTaps::handleSecureKey(const TranslatedKey& key, KeyAction action) {
     }
 }
 
-void X11EventTaps::handleFocusLoss(const xcb_focus_out_event_t& event) const {
-    const bool isTaken = event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED && event.detail != XCB_NOTIFY_DETAIL_POINTER;
-    if (isTaken && m_whenFocusIsTaken) {
+bool X11EventTaps::isForAnotherOfOurWindows(const xcb_generic_event_t& event) const {
+    return m_keyWindow != XCB_NONE && kindOf(event) == XCB_FOCUS_IN &&
+           as<xcb_focus_in_event_t>(event).event != m_keyWindow && isTaking(as<xcb_focus_in_event_t>(event));
+}
+
+void X11EventTaps::focusIsTaken() const {
+    if (m_whenFocusIsTaken) {
         m_whenFocusIsTaken();
     }
 }
@@ -268,7 +277,13 @@ bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message,
         return false;
     }
     if (kindOf(event) == XCB_FOCUS_OUT && isNoLossOfKeyboard(as<xcb_focus_out_event_t>(event))) {
-        handleFocusLoss(as<xcb_focus_out_event_t>(event));
+        if (isTaking(as<xcb_focus_out_event_t>(event))) {
+            focusIsTaken();
+        }
+        return true;
+    }
+    if (isForAnotherOfOurWindows(event)) {
+        focusIsTaken();
         return true;
     }
     if (isEndOfPointerGrab(event) && !m_pointerGrab.take()) {

@@ -49,6 +49,11 @@ public:
     /// us as before, and the toolkit is not told: its window and the field in it stay active.
     void whenFocusIsTaken(std::function<void()> taken) { m_whenFocusIsTaken = std::move(taken); }
 
+    /// The window of ours that has the keyboard's focus for as long as the keyboard is held. Another one of ours that
+    /// the window manager gives it counts as another program's: else the field that a password is being typed into would
+    /// not be in the active window for a moment. None for no such window.
+    void setKeyWindow(xcb_window_t window) { m_keyWindow = window; }
+
     /// Whether keys are being intercepted at this moment.
     [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
 
@@ -80,7 +85,8 @@ private:
     void handleKey(xcb_keycode_t keycode, bool isPress);
     void noteSecureInput(bool isOn);
     void handleSecureKey(const TranslatedKey& key, KeyAction action);
-    void handleFocusLoss(const xcb_focus_out_event_t& event) const;
+    [[nodiscard]] bool isForAnotherOfOurWindows(const xcb_generic_event_t& event) const;
+    void focusIsTaken() const;
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
     X11Connection& m_connection;
@@ -98,6 +104,7 @@ private:
     std::unique_ptr<QObject> m_gestureFilter;
     QTimer m_untilRefusalIsReported;
     std::function<void()> m_whenFocusIsTaken;
+    xcb_window_t m_keyWindow = XCB_NONE;
 };
 
 } // namespace tapalong
