@@ -17,8 +17,8 @@ namespace tapalong {
 class SessionManager;
 class SessionSettings;
 
-/// The content of the session window: background, corner glow, typed text, the notice that Lockdown Mode is off,
-/// and the exit overlay on top. Held by shared pointer; a new one for each session.
+/// The content of the session window: background, corner glow, typed text, the notice that Lockdown Mode is off or the
+/// line that it is wanted and missing, and the exit overlay on top. Held by shared pointer; a new one for each session.
 class SessionView final : public HostedView, public ObservableObject, public std::enable_shared_from_this<SessionView> {
 public:
     using ScrollToBottom = std::function<void()>;

@@ -39,7 +39,7 @@ void QtWindow::setLevel(int level) {
     m_level = level;
 }
 
-// Nothing to do: the way in which a window covers the screen already puts it on every workspace.
+// Nothing to do: a window that nobody manages is on every workspace, and under Wayland no program may choose.
 void QtWindow::setCollectionBehavior(CollectionBehavior) {}
 
 void QtWindow::setOpaqueOnBlack() {
