@@ -40,7 +40,7 @@ suite() {
     report="$PWD/$LOG_FOLDER/ctest-${stage// /-}.xml"
     rm -f "$report"
     step "Testing: $stage" "ctest-${stage// /-}" \
-        ctest --preset "$preset" ${TAPALONG_LONG:+--timeout 7200} --output-junit "$report" \
+        ctest --preset "$preset" ${TAPALONG_LONG:+--timeout 7200 --build-config Long} --output-junit "$report" \
         --test-output-size-passed 1000000 --test-output-size-failed 1000000 "$@" || status=1
     python3 tools/setup/figures.py "$report"
     read -r cases good bad skipped < <(python3 tools/setup/count_cases.py "$report")

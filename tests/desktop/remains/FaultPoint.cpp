@@ -6,6 +6,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -78,6 +79,12 @@ void cut(int number) {
     }
 }
 
+/// What the program has asked for and not given back.
+std::uint32_t allocatedBytes() {
+    const auto memory = mallinfo2();
+    return static_cast<std::uint32_t>(memory.uordblks + memory.hblkhd);
+}
+
 void happen(FaultPoint& point) {
     using Kind = FaultPoint::Kind;
     point.reached = 1;
@@ -110,6 +117,9 @@ void happen(FaultPoint& point) {
         break;
     case Kind::asksToHangUp:
         kill(getpid(), SIGHUP);
+        break;
+    case Kind::measured:
+        point.allocated = allocatedBytes();
         break;
     }
 }

@@ -19,13 +19,15 @@ struct FaultPoint {
         asksToTerminate, ///< SIGTERM
         asksToInterrupt, ///< SIGINT
         asksToHangUp,    ///< SIGHUP
+        measured,        ///< no fault: says how much is allocated
     };
 
     std::atomic<std::uint32_t> pid;   ///< of the one process that counts: the first that was started with the file
     std::atomic<std::uint32_t> count; ///< calls so far by which something leaves the program through a socket
     std::atomic<std::uint32_t> at;    ///< the call before which `kind` happens; 0: never
     std::atomic<Kind> kind;
-    std::atomic<std::uint32_t> reached; ///< 1 from the moment at which it happens
+    std::atomic<std::uint32_t> reached;   ///< 1 from the moment at which it happens
+    std::atomic<std::uint32_t> allocated; ///< bytes, once measured
 };
 
 } // namespace tapalong::test

@@ -5,9 +5,9 @@ import struct
 
 LIBRARY = os.environ["TAPALONG_FAULT_LIBRARY"]
 
-KILLED, BROKEN_MEMORY, STOPPED, TOOLKIT_CUT, OWN_CUT, STARVED, TERMINATE, INTERRUPT, HANG_UP = range(1, 10)
+KILLED, BROKEN_MEMORY, STOPPED, TOOLKIT_CUT, OWN_CUT, STARVED, TERMINATE, INTERRUPT, HANG_UP, MEASURED = range(1, 11)
 
-FIELDS = ("pid", "count", "at", "kind", "reached")
+FIELDS = ("pid", "count", "at", "kind", "reached", "allocated")
 LAYOUT = struct.Struct(f"={len(FIELDS)}I")
 
 
@@ -40,6 +40,11 @@ class FaultPoint:
     @property
     def reached(self):
         return self._get("reached") != 0
+
+    @property
+    def allocated(self):
+        """Bytes, as of the last time that was armed with MEASURED."""
+        return self._get("allocated")
 
     def _get(self, field):
         return struct.unpack_from("=I", self._page, 4 * FIELDS.index(field))[0]

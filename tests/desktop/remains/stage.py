@@ -65,10 +65,11 @@ class Stage:
 
     # The program's life.
 
-    def start_program(self):
+    def start_program(self, environment=None, **settings):
         self.point.reset()
         self.witness.ask("move", 300, 600)
-        self.program = Program(self.desktop, PROGRAM, settings=SETTINGS, environment=self.point.environment)
+        self.program = Program(self.desktop, PROGRAM, settings=SETTINGS | settings,
+                               environment=self.point.environment | (environment or {}))
         windows = "_NET_CLIENT_LIST_STACKING"
         wait_until(lambda: self.current(windows) != self.before[windows], "the settings window")
         self.wait_for_rest()

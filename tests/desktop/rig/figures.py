@@ -2,6 +2,6 @@
 
 
 def figure(text):
-    """./test shows the lines that begin so: see tools/setup/figures.py."""
-    for line in text.splitlines():
-        print(f"| {line}", flush=True)
+    """./test shows the lines that begin so: see tools/setup/figures.py. The test's own name may stand before the first
+    one, without an end of its line."""
+    print("\n" + "\n".join(f"| {line}" for line in text.splitlines()), flush=True)

@@ -44,7 +44,6 @@ class Sweep(Client):
 
     def report(self, title, say=figure):
         """The figures of this sweep, and each escape by its chord and by who got it."""
-        print(flush=True)
         figure(f"{title}: {self.chords} chords, {len(self.escapes)} escapes")
         for name, sightings in self.escapes.items():
             more = f"; {len(sightings) - 3} more" if len(sightings) > 3 else ""

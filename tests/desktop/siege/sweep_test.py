@@ -9,14 +9,14 @@ sys.path[:0] = [HERE, os.path.join(HERE, ".."), os.path.join(HERE, "..", "cycle"
 from case import DesktopCase  # noqa: E402  pylint: disable=wrong-import-position
 
 from chords import spaced  # noqa: E402  pylint: disable=wrong-import-position
+from managers import LONG, Composed, under_each  # noqa: E402  pylint: disable=wrong-import-position
 from sweep import Sweep  # noqa: E402  pylint: disable=wrong-import-position
 
-LONG = "TAPALONG_LONG" in os.environ
 SAMPLE = 200
 DAEMONS = ("core", "slaves")
 
 
-class Siege:
+class Siege(Composed):
     """One sweep under one window manager; a case of it for each follows below."""
 
     def chords(self, keyboard):
@@ -25,7 +25,7 @@ class Siege:
         return [*keyboard.every_chord(), *keyboard.every_click(self.desktop.size)]
 
     def title(self, of):
-        return f"{of}, {self.window_manager[0]}"
+        return f"{of}, {self.name()}"
 
     def test_nothing_gets_out_of_a_session(self):
         with Sweep(self.desktop, DAEMONS) as sweep:
@@ -60,7 +60,7 @@ class Siege:
             self.assertIn("Alt_L+Tab", sweep.escapes)
 
 
-class UnderOpenbox(Siege, DesktopCase):
+class WithoutLockdownMode(DesktopCase):
     def test_without_lockdown_mode_the_desktops_own_shortcuts_work(self):
         with Sweep(self.desktop, ("core",)) as sweep:
             program = self.start_session(kioskMode=False, modifierKeysTypeEmoji=False)
@@ -78,16 +78,7 @@ class UnderOpenbox(Siege, DesktopCase):
         self.leave()
 
 
-if LONG:
-    class UnderXfwm4(Siege, DesktopCase):
-        window_manager = ("xfwm4",)
-
-    class UnderMutter(Siege, DesktopCase):
-        window_manager = ("mutter", "--x11")
-
-    class UnderKwin(Siege, DesktopCase):
-        window_manager = ("kwin_x11",)
-
+globals().update(under_each(Siege, DesktopCase))
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

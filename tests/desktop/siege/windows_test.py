@@ -9,9 +9,9 @@ sys.path[:0] = [HERE, os.path.join(HERE, ".."), os.path.join(HERE, "..", "cycle"
 from case import PASSWORD, DesktopCase, wait_until  # noqa: E402  pylint: disable=wrong-import-position
 
 from client import Client  # noqa: E402  pylint: disable=wrong-import-position
+from managers import LONG, Composed, under_each  # noqa: E402  pylint: disable=wrong-import-position
 from rig.figures import figure  # noqa: E402  pylint: disable=wrong-import-position
 
-LONG = "TAPALONG_LONG" in os.environ
 LONGEST_SHOWN_MS = 50
 KINDS = ("ordinary", "self-activating", "self-focusing", "self-raising", "keep-above", "dialog", "notification", "dock",
          "full-screen", "unmanaged", "unmanaged self-raising")
@@ -46,22 +46,11 @@ class Windows(Client):
             yield kind, Answer(self.ask(f"{command} {milliseconds} {kind}")[0])
 
 
-class Siege:
+class Siege(Composed):
     """The windows and requests under one window manager; a case of it for each follows below."""
 
-    compositor = None
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        if cls.compositor:
-            cls.desktop.run_beside(list(cls.compositor))
-            cls.desktop.settle(1)
-
     def judge(self, title, answers):
-        name = " with ".join(each[0] for each in (self.window_manager, self.compositor) if each)
-        print(flush=True)
-        figure(f"{title}, {name}:\n    {'':24}{'shown ms':>9}{'focus ms':>9}{'keys':>6}{'clicks':>7}")
+        figure(f"{title}, {self.name()}:\n    {'':24}{'shown ms':>9}{'focus ms':>9}{'keys':>6}{'clicks':>7}")
         complaints = []
         for kind, answer in answers:
             figure(f"    {kind:24}{answer.shown_ms:9}{answer.focus_ms:9}{answer.keys:6}{answer.clicks:7}")
@@ -109,26 +98,7 @@ class Siege:
                 self.assertEqual(answer.keys > 0, kind == "self-focusing")
 
 
-class UnderOpenbox(Siege, DesktopCase):
-    pass
-
-
-if LONG:
-    class UnderOpenboxWithXcompmgr(Siege, DesktopCase):
-        compositor = ("xcompmgr",)
-
-    class UnderXfwm4(Siege, DesktopCase):
-        window_manager = ("xfwm4", "--compositor=off")
-
-    class UnderXfwm4Compositing(Siege, DesktopCase):
-        window_manager = ("xfwm4", "--compositor=on")
-
-    class UnderMutter(Siege, DesktopCase):
-        window_manager = ("mutter", "--x11")
-
-    class UnderKwin(Siege, DesktopCase):
-        window_manager = ("kwin_x11",)
-
+globals().update(under_each(Siege, DesktopCase))
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)
