@@ -1,0 +1,178 @@
+// The guard that dies, the one that fails, and the one that stays although all around it goes.
+
+#include "platform/linux/x11/ServerKeys.h"
+
+#include "desktop/support/EventLoop.h"
+#include "desktop/x11/ServerKeysTest.h"
+
+#include <linux/input-event-codes.h>
+#include <sys/wait.h>
+
+#include <csignal>
+
+namespace tapalong {
+
+namespace {
+
+using test::controlsOn;
+using test::countActions;
+using test::serverActions;
+using test::ServerState;
+using test::spinFor;
+using test::spinUntil;
+using namespace std::chrono_literals;
+
+class ServerKeysGuardTest : public test::ServerKeysTest {
+protected:
+    /// While the keys are closed, in the same instant, with Caps Lock on that was off before.
+    void killProgramAndGuard() {
+        std::array<int, 2> ready{};
+        ASSERT_EQ(pipe(ready.data()), 0);
+        const pid_t program = fork();
+        if (program == 0) {
+            const auto guard = GuardProcess::start(ServerKeys::guardBesideProgram());
+            const bool isClosed = guard && guard->listen(10s) == GuardProcess::Word::closed;
+            const pid_t process = isClosed ? guards().at(0) : 0;
+            (void)!write(ready[1], &process, sizeof process);
+            pause();
+            _exit(0);
+        }
+        pid_t guard = 0;
+        ASSERT_EQ(read(ready[0], &guard, sizeof guard), static_cast<ssize_t>(sizeof guard));
+        ASSERT_NE(guard, 0);
+        other.tap(KEY_CAPSLOCK);
+        kill(guard, SIGKILL);
+        kill(program, SIGKILL);
+        waitpid(program, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        // What the server does when a connection ends, it does a moment later.
+        (void)spinUntil([&] { return (controlsOn(xcb) & XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS) != 0; });
+    }
+};
+
+} // namespace
+
+TEST_F(ServerKeysGuardTest, EverythingIsPutBackWhenTheProgramIsKilled) {
+    const auto before = ServerState::read(xcb);
+    std::array<int, 2> ready{};
+    ASSERT_EQ(pipe(ready.data()), 0);
+    const pid_t program = fork();
+    if (program == 0) {
+        const auto guard = GuardProcess::start(ServerKeys::guardBesideProgram());
+        const bool isClosed = guard && guard->listen(10s) == GuardProcess::Word::closed;
+        (void)!write(ready[1], isClosed ? "y" : "n", 1);
+        pause();
+        _exit(0);
+    }
+    char answer = 0;
+    ASSERT_EQ(read(ready[0], &answer, 1), 1);
+    ASSERT_EQ(answer, 'y');
+    EXPECT_EQ(countActions(xcb, serverActions), 0U);
+    other.tap(KEY_CAPSLOCK);
+    kill(program, SIGKILL);
+    waitpid(program, nullptr, 0);
+    EXPECT_TRUE(spinUntil([&] { return before.differencesTo(ServerState::read(xcb)).empty(); }))
+        << before.differencesTo(ServerState::read(xcb));
+    close(ready[0]);
+    close(ready[1]);
+}
+
+TEST_F(ServerKeysGuardTest, KilledGuardIsReplacedAndNothingIsForgotten) {
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    const auto first = guards();
+    ASSERT_EQ(first.size(), 1U);
+    other.tap(KEY_CAPSLOCK);
+    kill(first.front(), SIGKILL);
+    ASSERT_TRUE(spinUntil([&] { return !guards().empty() && guards() != first && keys.areClosed(); }));
+    EXPECT_EQ(countActions(xcb, serverActions), 0U);
+    keys.reopen();
+    EXPECT_TRUE(guards().empty());
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysGuardTest, GuardKilledAtTheVeryEndStillLeavesNothing) {
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    kill(guards().at(0), SIGKILL);
+    keys.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysGuardTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBackByTheNextProgram) {
+    const auto before = ServerState::read(xcb);
+    killProgramAndGuard();
+    EXPECT_EQ(countActions(xcb, serverActions), 0U) << "nobody is left to put them back";
+    EXPECT_NE(controlsOn(xcb) & XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS, 0U) << "the server does this by itself";
+    ServerKeys next;
+    next.putBackLeftOver(connection);
+    EXPECT_FALSE(next.areClosed());
+    EXPECT_TRUE(guards().empty());
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+    next.putBackLeftOver(connection);
+    EXPECT_TRUE(guards().empty());
+}
+
+TEST_F(ServerKeysGuardTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBackByTheNextSession) {
+    const auto before = ServerState::read(xcb);
+    killProgramAndGuard();
+    ServerKeys next;
+    next.close();
+    EXPECT_TRUE(next.areClosed());
+    next.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysGuardTest, WhatAnotherProgramHasClosedIsNoLeftOver) {
+    ServerKeys another;
+    another.close();
+    ServerKeys next;
+    next.putBackLeftOver(connection);
+    EXPECT_EQ(countActions(xcb, serverActions), 0U);
+    another.reopen();
+    EXPECT_GT(countActions(xcb, serverActions), 0U);
+}
+
+TEST_F(ServerKeysGuardTest, SignalsThatAskAProgramToEndDoNotEndTheGuard) {
+    ServerKeys keys;
+    keys.close();
+    const auto guard = guards().at(0);
+    for (const int each : {SIGHUP, SIGINT, SIGTERM}) {
+        kill(guard, each);
+    }
+    spinFor(100ms);
+    EXPECT_EQ(guards(), std::vector{guard});
+    EXPECT_TRUE(keys.areClosed());
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatCannotBeStartedIsSaid) {
+    ServerKeys keys("/nowhere/guard");
+    EXPECT_FALSE(keys.canBeClosed());
+    keys.close();
+    EXPECT_FALSE(keys.areClosed());
+    keys.reopen();
+    EXPECT_FALSE(keys.areClosed());
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatFailedIsExpectedToFailAgain) {
+    ServerKeys keys("/bin/false");
+    EXPECT_TRUE(keys.canBeClosed());
+    keys.close();
+    EXPECT_FALSE(keys.areClosed());
+    keys.reopen();
+    EXPECT_FALSE(keys.canBeClosed());
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatDidItsWorkIsExpectedToDoItAgain) {
+    ServerKeys keys;
+    EXPECT_TRUE(keys.canBeClosed());
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    keys.reopen();
+    EXPECT_TRUE(keys.canBeClosed());
+}
+
+} // namespace tapalong
