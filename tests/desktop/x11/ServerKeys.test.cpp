@@ -19,6 +19,7 @@ using test::serverActions;
 using test::ServerKeysTest;
 using test::serversOwn;
 using test::ServerState;
+using test::setControls;
 using test::setLayout;
 using test::spinFor;
 using test::spinUntil;
@@ -119,7 +120,7 @@ TEST_F(ServerKeysTest, LocksAndLayoutOfTheChildAreUndone) {
 }
 
 TEST_F(ServerKeysTest, LatchedModifierIsBackAfterwards) {
-    setAllControls(XCB_XKB_BOOL_CTRL_STICKY_KEYS, XCB_XKB_BOOL_CTRL_STICKY_KEYS);
+    setControls(xcb, XCB_XKB_BOOL_CTRL_STICKY_KEYS, XCB_XKB_BOOL_CTRL_STICKY_KEYS);
     other.tap(KEY_LEFTSHIFT);
     const auto latched = own(xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, XCB_XKB_ID_USE_CORE_KBD), nullptr));
     ASSERT_EQ(latched->latchedMods, XCB_MOD_MASK_SHIFT);

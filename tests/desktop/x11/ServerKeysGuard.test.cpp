@@ -9,6 +9,8 @@
 #include <sys/wait.h>
 
 #include <csignal>
+#include <stop_token>
+#include <thread>
 
 namespace tapalong {
 
@@ -21,6 +23,23 @@ using test::ServerState;
 using test::spinFor;
 using test::spinUntil;
 using namespace std::chrono_literals;
+
+/// Another program that switches the accessibility hot keys on again and again, for as long as this lives.
+class HotKeysInsister {
+private:
+    static void insist(const std::stop_token& stop) {
+        const test::XClient client;
+        auto* const xcb = client.xcb();
+        (void)own(xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr));
+        (void)own(xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
+        while (!stop.stop_requested()) {
+            test::setControls(xcb, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS);
+            std::this_thread::sleep_for(5ms);
+        }
+    }
+
+    std::jthread m_thread{insist};
+};
 
 class ServerKeysGuardTest : public test::ServerKeysTest {
 protected:
@@ -146,6 +165,17 @@ TEST_F(ServerKeysGuardTest, SignalsThatAskAProgramToEndDoNotEndTheGuard) {
     spinFor(100ms);
     EXPECT_EQ(guards(), std::vector{guard});
     EXPECT_TRUE(keys.areClosed());
+}
+
+TEST_F(ServerKeysGuardTest, ProgramThatInsistsOnTheHotKeysDoesNotKeepTheGuardFromPuttingBack) {
+    ServerKeys keys;
+    keys.close();
+    const HotKeysInsister insister;
+    ASSERT_TRUE(spinUntil([&] { return (controlsOn(xcb) & XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS) != 0; }));
+    spinFor(200ms);
+    EXPECT_EQ(countActions(xcb, serverActions), 0U);
+    keys.reopen();
+    EXPECT_TRUE(spinUntil([&] { return countActions(xcb, {XCB_XKB_SA_TYPE_TERMINATE}) > 0; }));
 }
 
 TEST_F(ServerKeysGuardTest, GuardThatCannotBeStartedIsSaid) {

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <array>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -27,20 +26,10 @@ class ServerKeysTest : public testing::Test {
 protected:
     ServerKeysTest() {
         setLayout("us,ru -option terminate:ctrl_alt_bksp,grab:break_actions,grp:menu_toggle");
-        setAllControls(XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS);
+        setControls(xcb, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS);
     }
 
-    ~ServerKeysTest() override { setAllControls(XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS | accessibility, 0); }
-
-    void setAllControls(std::uint32_t which, std::uint32_t enabled) {
-        constexpr std::array<std::uint8_t, 32> repeats{};
-        for (const auto device : keyboardDevices(xcb)) {
-            xcb_xkb_set_controls(xcb, device, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, which, enabled,
-                                 XCB_XKB_CONTROL_CONTROLS_ENABLED, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                                 repeats.data());
-        }
-        (void)controlsOn(xcb); // an answer, so it is done
-    }
+    ~ServerKeysTest() override { setControls(xcb, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS | accessibility, 0); }
 
     /// The process that closes the keys, as the only child of this one besides the display's server.
     static std::vector<pid_t> guards() {

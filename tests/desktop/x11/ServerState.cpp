@@ -127,6 +127,16 @@ std::uint32_t controlsOn(xcb_connection_t* xcb) {
     return on;
 }
 
+void setControls(xcb_connection_t* xcb, std::uint32_t which, std::uint32_t enabled) {
+    constexpr std::array<std::uint8_t, 32> repeats{};
+    for (const DeviceId device : keyboardDevices(xcb)) {
+        xcb_xkb_set_controls(xcb, device, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, which, enabled,
+                             XCB_XKB_CONTROL_CONTROLS_ENABLED, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+                             repeats.data());
+    }
+    (void)controlsOn(xcb); // an answer, so it is done
+}
+
 DeviceBinding::DeviceBinding(std::uint32_t kernelCode) : m_xcb(xcb_connect(nullptr, nullptr), &xcb_disconnect) {
     auto* xcb = m_xcb.get();
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;

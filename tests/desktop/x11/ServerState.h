@@ -34,6 +34,8 @@ private:
 
 /// Bits of xcb_xkb_bool_ctrl_t that are on at any keyboard.
 [[nodiscard]] std::uint32_t controlsOn(xcb_connection_t* xcb);
+/// Switches those of `which` on or off as `enabled` has them, at every keyboard.
+void setControls(xcb_connection_t* xcb, std::uint32_t which, std::uint32_t enabled);
 
 /// What a daemon may do that tells keyboards apart: a key bound on every device by itself, with all modifiers.
 class DeviceBinding {

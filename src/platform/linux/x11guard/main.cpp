@@ -15,7 +15,6 @@
 #include <chrono>
 #include <csignal>
 #include <string_view>
-#include <thread>
 
 namespace {
 
@@ -31,9 +30,17 @@ void ignoreSignals() {
     }
 }
 
-bool hasEnded(int descriptor) {
+constexpr std::chrono::milliseconds forEver = -1ms;
+
+/// Waits for the end of standard input, at most so long, and no longer than until `other` can be read too.
+bool inputEnds(std::chrono::milliseconds atMost, int other = -1) {
+    std::array<pollfd, 2> awaited{
+        {{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0}, {.fd = other, .events = POLLIN, .revents = 0}}};
+    if (poll(awaited.data(), awaited.size(), static_cast<int>(atMost.count())) <= 0 || awaited[0].revents == 0) {
+        return false;
+    }
     std::array<char, 64> anything{};
-    return read(descriptor, anything.data(), anything.size()) <= 0;
+    return read(STDIN_FILENO, anything.data(), anything.size()) <= 0;
 }
 
 void report(bool isClosed) {
@@ -44,16 +51,13 @@ void report(bool isClosed) {
 }
 
 void keepClosedUntilInputEnds(ServerKeysGuard& guard) {
-    while (guard.isConnected()) {
+    bool hasEnded = false;
+    while (!hasEnded && guard.isConnected()) {
         if (guard.hasNews()) {
             (void)guard.close();
-            std::this_thread::sleep_for(leastBetweenCloses);
-            continue;
-        }
-        std::array<pollfd, 2> awaited{{{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0},
-                                       {.fd = guard.descriptor(), .events = POLLIN, .revents = 0}}};
-        if (poll(awaited.data(), awaited.size(), -1) > 0 && awaited[0].revents != 0 && hasEnded(STDIN_FILENO)) {
-            return;
+            hasEnded = inputEnds(leastBetweenCloses);
+        } else {
+            hasEnded = inputEnds(forEver, guard.descriptor());
         }
     }
 }
