@@ -77,6 +77,10 @@ class Keyboard:
                 if chord[0] not in known]
         return hard + random.Random(count).sample(rest, count - len(hard))
 
+    def sample_of_keys(self, count):
+        """The same without the mouse."""
+        return [chord for chord in self.sample((0, 0), 2 * count) if "button" not in chord[0]][:count]
+
     def mashing(self, presses, held=10, seed=1):
         """Keys as two flat hands hit them: up to `held` down at a time, with no pause at all."""
         hands = random.Random(seed)

@@ -6,7 +6,7 @@ import unittest
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [HERE, os.path.join(HERE, ".."), os.path.join(HERE, "..", "cycle")]
 
-from case import DesktopCase  # noqa: E402  pylint: disable=wrong-import-position
+from case import PASSWORD, DesktopCase  # noqa: E402  pylint: disable=wrong-import-position
 
 from chords import spaced  # noqa: E402  pylint: disable=wrong-import-position
 from managers import LONG, Composed, under_each  # noqa: E402  pylint: disable=wrong-import-position
@@ -48,6 +48,25 @@ class Siege(Composed):
         # The keys did come, to the session alone; and the way out is still there.
         program.wait_for_text(lambda text: len(text) > 50, "what was typed")
         self.leave()
+
+    def test_nothing_gets_out_while_the_password_is_asked_for(self):
+        with Sweep(self.desktop, DAEMONS) as sweep:
+            program = self.start_session(kioskMode=True)
+            self.open_overlay()
+            sweep.guard()
+            for name, tokens in sweep.keyboard.sample_of_keys(SAMPLE):
+                sweep.play(name, tokens)
+            sweep.play("afterwards", [], watch_ms=500)
+            sweep.report(self.title("the question for the password"))
+            self.assertEqual(sweep.escapes, {})
+        # All of it was for the field, and none of it has done away with the question.
+        self.assertEqual(program.typed_text(), "")
+        program.wait_for_focus("Enter exit password")
+        self.desktop.key("Return")  # a wrong password empties the field
+        self.desktop.type(PASSWORD)
+        self.desktop.key("Return")
+        program.wait_gone("Exit Tapalong")
+        self.assert_back_in_settings()
 
     def test_a_window_that_grabs_nothing_lets_chords_through(self):
         with Sweep(self.desktop, DAEMONS) as sweep:
