@@ -5,8 +5,11 @@
 
 #include <QGuiApplication>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 
@@ -25,6 +28,20 @@ void dumpNoMemory() {
     (void)setrlimit(RLIMIT_CORE, &noDump);
 }
 
+/// Whoever started the program may stop reading what it prints, or have given it nothing to print to.
+void outliveReaders() {
+    // Handled and not ignored: what is ignored would be so in the programs too that we or our libraries start.
+    std::signal(SIGPIPE, [](int) {});
+    // Else a connection to the desktop would take the place of the missing descriptor, and be printed into.
+    int descriptor = -1;
+    do {
+        descriptor = open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor > STDERR_FILENO) {
+        close(descriptor);
+    }
+}
+
 void prepareToolkit() {
     // Else each key waits five milliseconds before it is drawn.
     if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME")) {
@@ -39,6 +56,7 @@ void prepareToolkit() {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    outliveReaders();
     if (!hasDisplay()) {
         std::cerr << "Tapalong needs a graphical desktop: please start it from there.\n";
         return EXIT_FAILURE;

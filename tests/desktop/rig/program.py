@@ -19,18 +19,19 @@ class Program:
     """One run of the program. The accessibility library reads the environment when it is first used, so a Python
     process can look at one desktop only."""
 
-    def __init__(self, desktop, executable, settings=None, environment=None, arguments=()):
+    def __init__(self, desktop, executable, settings=None, environment=None, arguments=(), stdout=subprocess.PIPE):
         self.desktop = desktop
         self.lines = []
         self.errors = []
         if settings is not None:
             self.write_settings(settings)
         self.process = subprocess.Popen([executable, *arguments], env=desktop.environment | (environment or {}),
-                                        stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        stdin=subprocess.DEVNULL, stdout=stdout, stderr=subprocess.PIPE,
                                         start_new_session=True)
         desktop.processes.append(self.process)
         for stream, lines in ((self.process.stdout, self.lines), (self.process.stderr, self.errors)):
-            threading.Thread(target=self._collect, args=(stream, lines), daemon=True).start()
+            if stream is not None:
+                threading.Thread(target=self._collect, args=(stream, lines), daemon=True).start()
 
     @staticmethod
     def _collect(stream, lines):
