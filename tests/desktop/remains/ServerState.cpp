@@ -10,6 +10,8 @@
 #undef explicit
 
 #include <array>
+#include <cstddef>
+#include <functional>
 #include <iomanip>
 #include <ostream>
 #include <span>
@@ -80,6 +82,21 @@ void writeCore(xcb_connection_t* xcb, std::ostream& out) {
     }
 }
 
+/// All of a keymap in one number. xkbcomp leaves out what keys do, where the symbols imply it.
+void writeKeymap(xcb_connection_t* xcb, std::uint16_t device, std::ostream& out) {
+    constexpr std::uint16_t everything = 0xFF;
+    const auto request = xcb_xkb_get_map(xcb, device, everything, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+    const auto map = own(xcb_xkb_get_map_reply(xcb, request, nullptr));
+    if (!map) {
+        return; // not a keyboard
+    }
+    // Behind the part that tells one answer from another.
+    constexpr std::size_t head = offsetof(xcb_xkb_get_map_reply_t, pad0);
+    const std::string_view reply(reinterpret_cast<const char*>(map.get()), 32 + std::size_t{map->length} * 4);
+    line(out, "keymap with actions of device " + std::to_string(device),
+         std::hash<std::string_view>{}(reply.substr(head)));
+}
+
 void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
     (void)own(xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
     const auto devices =
@@ -90,6 +107,7 @@ void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
     auto each = xcb_input_xi_query_device_infos_iterator(devices.get());
     for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
         line(out, "device", each.data->deviceid, each.data->type, each.data->attachment, each.data->enabled);
+        writeKeymap(xcb, each.data->deviceid, out);
     }
 }
 

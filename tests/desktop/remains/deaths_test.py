@@ -1,4 +1,6 @@
 """However the program dies, and at whatever step of a session: within one second nothing of it is left."""
+import os
+import signal
 import subprocess
 import sys
 import time
@@ -6,6 +8,7 @@ import unittest
 
 import fault_point as kinds
 from faults import Campaign, is_long, is_stopped, reach
+import witness as keys
 from stage import Stage, wait_until
 
 DEATHS = (
@@ -41,6 +44,29 @@ class Deaths(unittest.TestCase):
             process.kill()
             since = time.monotonic()
         return was_reached, stage.what_is_left_after(ONE_SECOND, since)
+
+
+class KilledWithItsGuard(unittest.TestCase):
+    """Nobody is left then to put back what outlasts both."""
+
+    def test_the_next_start_puts_back_what_they_left(self):
+        with Stage() as stage:
+            stage.start_program()
+            stage.start_session()
+            stage.mash_what_stays(keys.CAPS_LOCK)
+            guard = next(pid for pid, command in stage.processes() if command == "x11-keys-guard")
+            stage.program.process.send_signal(signal.SIGSTOP)  # or it is quick enough to start another guard
+            os.kill(guard, signal.SIGKILL)
+            stage.program.process.kill()
+            stage.program.process.wait()
+            left = " ".join(stage.what_is_left_after(1))
+            for expected in ("keymap with actions", "modifiers", "group"):
+                self.assertIn(expected, left)
+            for foreign in ("process", "keys do not reach", "windows", "enabled controls"):
+                self.assertNotIn(foreign, left)
+            stage.start_program()
+            stage.program.quit()
+            self.assertEqual(stage.what_is_left_after(1), [])
 
 
 class WhatWouldBeNoticed(unittest.TestCase):
