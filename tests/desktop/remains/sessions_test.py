@@ -24,8 +24,10 @@ class Holdings(collections.namedtuple("Holdings", "resources files children thre
         return self._replace(wake_ups=0, kilobytes=0)
 
     def words(self):
-        return "; ".join(f"{name} {value}" for name, value in self._asdict().items()
-                         if name not in ("wake_ups", "kilobytes"))
+        resources = sum(int(line.rpartition(" ")[2]) for line in self.resources)
+        files = sum(number for _, number in self.files)
+        return (f"{resources} X resources, {files} files, {self.threads} threads, {self.children} children, "
+                f"{self.wake_ups} wake-ups in 3 s, {self.kilobytes} KiB of private memory")
 
 
 def holdings(stage):
@@ -74,9 +76,8 @@ class Sessions(unittest.TestCase):
             allocated += self.hold(stage, 1)
             stage.program.quit()
             self.assertEqual(stage.what_is_left_after(1), [])
-        figure(f"after {FEW} and {MANY} sessions: wake-ups in 3 s {few.wake_ups}, {many.wake_ups}; {few.words()}; "
-               f"bytes allocated {allocated[FEW]} and {allocated[MANY]}, private memory {few.kilobytes} KiB and "
-               f"{many.kilobytes} KiB")
+        for number, held in ((FEW, few), (MANY, many)):
+            figure(f"after {number} sessions: {held.words()}, {allocated[number]} bytes allocated")
         self.assertEqual(many.counts(), few.counts())
         # A forgotten timer wakes at least twice a second for each session that is over.
         self.assertLess(many.wake_ups, few.wake_ups + 6)
