@@ -10,7 +10,7 @@ LineChain::Start LineChain::next(Position first) const {
         return {first, first};
     }
     const Line& last = m_lines.back();
-    return {last.end, last.endsParagraph ? last.end : last.start.begin};
+    return {last.end, last.endsParagraph ? last.end : last.contextOfNext};
 }
 
 void LineChain::append(Line line) {

@@ -15,20 +15,20 @@ class LineChain {
 public:
     using Position = std::uint64_t;
 
-    /// All that a line depends on beside the characters: where it begins, and where the line before it in its
-    /// paragraph did (`begin` itself where a paragraph starts).
+    /// All that a line depends on beside the characters: where it begins, and where a line before it in its paragraph
+    /// did, mostly the last one (`begin` itself where a paragraph starts).
     struct Start {
         Position begin = 0;
         Position contextBegin = 0;
 
         bool operator==(const Start&) const = default;
-        [[nodiscard]] bool startsParagraph() const { return begin == contextBegin; }
     };
 
     struct Line {
         Start start;
         Position end = 0;          ///< after its line break, where there is one
         Position dependsUntil = 0; ///< of this line and all before it in the chain
+        Position contextOfNext = 0;
         bool endsParagraph = false;
         mutable std::weak_ptr<const ShapedLine> shaped{}; ///< kept by whoever draws it
     };

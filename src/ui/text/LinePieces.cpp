@@ -81,6 +81,16 @@ QByteArray keyOf(const std::vector<GlyphPart>& parts) {
     return bytes;
 }
 
+double leftOf(const std::vector<GlyphPart>& parts) {
+    double left = std::numeric_limits<double>::infinity();
+    for (const GlyphPart& part : parts) {
+        for (const QPointF& position : part.positions) {
+            left = std::min(left, position.x());
+        }
+    }
+    return left;
+}
+
 void moveBy(std::vector<GlyphPart>& parts, double dx) {
     for (GlyphPart& part : parts) {
         for (QPointF& position : part.positions) {
@@ -163,12 +173,7 @@ void LinePieces::shareGlyphs() {
 void LinePieces::closePiece() {
     shareGlyphs();
     if (!m_open.empty()) {
-        double left = std::numeric_limits<double>::infinity();
-        for (const GlyphPart& part : m_open) {
-            for (const QPointF& position : part.positions) {
-                left = std::min(left, position.x());
-            }
-        }
+        const double left = leftOf(m_open);
         moveBy(m_open, -left);
         LinePiece piece;
         piece.x = left * m_scale;
@@ -180,11 +185,11 @@ void LinePieces::closePiece() {
     m_lastFirstPart = 0;
 }
 
-void LinePieces::addEmoji(int position, const QString& cluster, const Color& ink) {
+void LinePieces::addEmoji(int position, int length, const QString& cluster, const Color& ink) {
     closePiece();
     LinePiece piece;
-    const auto standIn = glyphsOf(position, 1, ink);
-    piece.x = (standIn.empty() ? m_line.cursorToX(position) : standIn.front().positions.front().x()) * m_scale;
+    const auto standIn = glyphsOf(position, length, ink);
+    piece.x = (standIn.empty() ? m_line.cursorToX(position) : leftOf(standIn)) * m_scale;
     piece.key = "emoji " + cluster.toUtf8();
     piece.emoji = cluster;
     piece.emojiInk = ink;

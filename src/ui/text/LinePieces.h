@@ -17,7 +17,7 @@ public:
 
     // In reading order; `position` is where the text stands in the layout.
     void addText(QStringView text, int position, const Color& color);
-    void addEmoji(int position, const QString& cluster, const Color& ink);
+    void addEmoji(int position, int length, const QString& cluster, const Color& ink);
 
     [[nodiscard]] std::vector<LinePiece> take();
 

@@ -21,6 +21,7 @@ constexpr std::size_t shortestLookAhead = 24;
 constexpr std::size_t longestLookAhead = 4096; // a line of more is thousands of marks on one letter
 /// What follows a line's end must reach this far for the end to be certain: letters change shape by what follows.
 constexpr std::size_t margin = 8;
+constexpr qsizetype knownEmojiFonts = 4096;          // what an emoji keyboard can type fits in
 constexpr double emojiEm = 150.0 / EmojiArt::emSize; // the font's own proportion: its pictures exceed the em
 
 QTextOption option(QTextOption::WrapMode mode) {
@@ -34,7 +35,8 @@ QTextOption option(QTextOption::WrapMode mode) {
 } // namespace
 
 LineStyle::LineStyle(double size, double lineWidth, EmojiArt& emojiArt)
-    : face(size), width(lineWidth), art(emojiArt), cursorFont(face.standInFont(cursorStandIn, face.cursorAdvance())) {}
+    : face(size), width(lineWidth), art(emojiArt),
+      cursorFont(face.standInFont(QChar(cursorStandIn), face.cursorAdvance())) {}
 
 double LineStyle::emojiScale() const {
     // An emoji never reaches beyond the line that it stands in.
@@ -42,12 +44,15 @@ double LineStyle::emojiScale() const {
         {face.size() * emojiEm / EmojiArt::emSize, face.ascent() / art.ascent(), face.descent() / art.descent()});
 }
 
-const QFont& LineStyle::standIn(double advance) {
-    auto found = standIns.find(advance);
-    if (found == standIns.end()) {
-        found = standIns.emplace(advance, face.standInFont(emojiStandIn, advance)).first;
+QFont LineStyle::emojiFont(const QString& emoji) {
+    const auto found = emojiFonts.constFind(emoji);
+    if (found != emojiFonts.cend()) {
+        return *found;
     }
-    return found->second;
+    if (emojiFonts.size() >= knownEmojiFonts) {
+        emojiFonts.clear();
+    }
+    return *emojiFonts.insert(emoji, face.standInFont(emoji, art.advance(emoji) * emojiScale()));
 }
 
 std::size_t LineWindow::lettersOfLine(const LineStyle& style) {
@@ -73,19 +78,19 @@ void LineWindow::findParagraphEnd() {
     m_seesEnd = m_horizon == m_text.size() || m_text.isLineBreak(m_horizon);
 }
 
-void LineWindow::addStandIn(char16_t standIn, const QFont& font) {
+void LineWindow::addStandIn(const QString& standIn, const QFont& font) {
     QTextLayout::FormatRange range;
     range.start = static_cast<int>(m_string.size());
-    range.length = 1;
+    range.length = static_cast<int>(standIn.size());
     range.format.setFont(font);
     const bool extends = !m_formats.isEmpty() && m_formats.last().start + m_formats.last().length == range.start &&
                          m_formats.last().format == range.format;
     if (extends) {
-        ++m_formats.last().length;
+        m_formats.last().length += range.length;
     } else {
         m_formats.append(range);
     }
-    m_string.append(QChar(standIn));
+    m_string.append(standIn);
 }
 
 void LineWindow::addCluster(std::size_t typed, std::string_view utf8) {
@@ -93,7 +98,7 @@ void LineWindow::addCluster(std::size_t typed, std::string_view utf8) {
     const bool isEmoji = !SessionFace::emojiFamily().isEmpty() && showsAsEmoji(utf8);
     const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     if (isEmoji) {
-        addStandIn(emojiStandIn, m_style.standIn(m_style.art.advance(text) * m_style.emojiScale()));
+        addStandIn(text, m_style.emojiFont(text));
     } else {
         m_string.append(text);
     }
@@ -123,7 +128,7 @@ void LineWindow::gatherClusters() {
     }
     if (m_horizon == m_text.size() && m_text.hasCursor) {
         const auto begin = static_cast<int>(m_string.size());
-        addStandIn(cursorStandIn, m_style.cursorFont);
+        addStandIn(QChar(cursorStandIn), m_style.cursorFont);
         m_clusters.push_back({m_text.characters.size(), begin, 1, false});
     }
 }
@@ -144,14 +149,19 @@ bool LineWindow::setContextLine() {
     m_layout.setTextOption(option(QTextOption::WrapAnywhere));
     QTextLine line = m_layout.createLine();
     auto columns = static_cast<int>(first - m_clusters.begin());
-    constexpr int attempts = 3; // the text engine may count several clusters as one
-    for (int attempt = 0; attempt < attempts; ++attempt) {
+    int fewest = 1;
+    int most = first->begin;
+    while (fewest <= most) { // the text engine may count several clusters as one, or one as several
         line.setNumColumns(columns);
-        const int missing = first->begin - line.textLength();
-        if (missing == 0) {
+        if (line.textLength() == first->begin) {
             return true;
         }
-        columns = std::max(1, columns + missing);
+        if (line.textLength() < first->begin) {
+            fewest = columns + 1;
+        } else {
+            most = columns - 1;
+        }
+        columns = (fewest + most) / 2;
     }
     return false;
 }
@@ -218,6 +228,21 @@ void LineWindow::hangBlanks() {
     }
 }
 
+/// Of characters. By letters the text engine knows the script, and with it the font, of the signs that follow.
+bool LineWindow::hasLetter(std::size_t from, std::size_t to) const {
+    return std::any_of(m_clusters.begin(), m_clusters.end(), [&](const Cluster& cluster) {
+        if (cluster.typed < from || cluster.typed >= to || cluster.isEmoji || cluster.length == 0) {
+            return false;
+        }
+        const auto scalars = QStringView(m_string).mid(cluster.begin, cluster.length).toUcs4();
+        return QChar::script(scalars.front()) > QChar::Script_Common;
+    });
+}
+
+bool LineWindow::carriesContextOn() const {
+    return m_context < m_begin && !hasLetter(m_begin, m_end) && hasLetter(m_context, m_begin);
+}
+
 ShapedLine LineWindow::shaped() const {
     ShapedLine result;
     if (m_clusters.empty() || !m_line.isValid()) {
@@ -236,7 +261,7 @@ ShapedLine LineWindow::shaped() const {
             for (std::size_t i = cluster.typed; i < typedAt(cluster.begin + 1) && !m_text.isCursor(i); ++i) {
                 text += QString::fromStdString(m_text.characters[i].character.utf8());
             }
-            pieces.addEmoji(cluster.begin, text, m_text.characters[cluster.typed].color);
+            pieces.addEmoji(cluster.begin, cluster.length, text, m_text.characters[cluster.typed].color);
         } else {
             pieces.addText(QStringView(m_string).mid(cluster.begin, cluster.length), cluster.begin,
                            m_text.characters[cluster.typed].color);

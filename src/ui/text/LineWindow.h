@@ -5,11 +5,11 @@
 #include "ui/text/ShapedLine.h"
 #include "ui/text/TypedSequence.h"
 
+#include <QHash>
 #include <QTextLayout>
 
 #include <cstddef>
 #include <limits>
-#include <map>
 #include <vector>
 
 namespace tapalong {
@@ -20,12 +20,14 @@ struct LineStyle {
     double width; ///< points
     EmojiArt& art;
     QFont cursorFont;
-    std::map<double, QFont> standIns{}; ///< by advance in points
+    QHash<QString, QFont> emojiFonts{};
 
     LineStyle(double size, double width, EmojiArt& art);
     /// From the picture's pixels to points.
     [[nodiscard]] double emojiScale() const;
-    [[nodiscard]] const QFont& standIn(double advance);
+    /// The one in which an emoji takes part in the breaking and ordering of lines: signs of no meaning, as wide as its
+    /// picture.
+    [[nodiscard]] QFont emojiFont(const QString& emoji);
 };
 
 /// One line, broken and shaped by the text engine among its neighbours: the line before it and more than a line's
@@ -33,7 +35,7 @@ struct LineStyle {
 /// laying out a few lines after a key the same as laying out everything.
 class LineWindow {
 public:
-    /// The line that starts at `begin`; `contextBegin` is the start of the line before it in the same paragraph, or
+    /// The line that starts at `begin`; `contextBegin` is the start of a line before it in the same paragraph, or
     /// `begin` at a paragraph's start.
     LineWindow(LineStyle& style, const TypedSequence& text, std::size_t contextBegin, std::size_t begin);
 
@@ -47,6 +49,9 @@ public:
     [[nodiscard]] bool endsParagraph() const { return m_endsParagraph; }
     /// After the last character that had a say; `everything` where it mattered that the text ends.
     [[nodiscard]] std::size_t dependsUntil() const { return m_dependsUntil; }
+
+    /// Whether the next line's context is this one's too: this line has no letter, and what stands before it has.
+    [[nodiscard]] bool carriesContextOn() const;
 
     [[nodiscard]] ShapedLine shaped() const;
 
@@ -62,9 +67,10 @@ private:
     [[nodiscard]] bool layOut();
     void gatherClusters();
     void addCluster(std::size_t typed, std::string_view utf8);
-    void addStandIn(char16_t standIn, const QFont& font);
+    void addStandIn(const QString& standIn, const QFont& font);
     bool setContextLine();
     [[nodiscard]] std::size_t typedAt(int position) const;
+    [[nodiscard]] bool hasLetter(std::size_t from, std::size_t to) const;
     void hangBlanks();
     void finish();
 

@@ -64,9 +64,12 @@ SessionFace::SessionFace(double size) : m_size(size) {
     m_descent = metrics.descent() * m_scale;
 }
 
-QFont SessionFace::standInFont(char16_t standIn, double advance) const {
+QFont SessionFace::standInFont(const QString& standIn, double advance) const {
     QFont font = m_standIn;
-    font.setLetterSpacing(QFont::AbsoluteSpacing, advance / m_scale - widthOf(QString(QChar(standIn)), m_standIn));
+    const double natural = widthOf(standIn, font);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 1);
+    const double spacings = widthOf(standIn, font) - natural; // one for each glyph that the fonts make of it
+    font.setLetterSpacing(QFont::AbsoluteSpacing, (advance / m_scale - natural) / std::max(spacings, 1.0));
     return font;
 }
 

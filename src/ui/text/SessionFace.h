@@ -20,8 +20,9 @@ public:
     [[nodiscard]] const QFont& font() const { return m_font; }
     [[nodiscard]] double scale() const { return m_scale; }
 
-    /// A font in which that stand-in character is as wide as asked, in points, whatever fonts there are.
-    [[nodiscard]] QFont standInFont(char16_t standIn, double advance) const;
+    /// A font in which that text, one character, is as wide as asked, in points, whatever fonts there are. It asks
+    /// nothing of the emoji font.
+    [[nodiscard]] QFont standInFont(const QString& standIn, double advance) const;
 
     // In points. All lines share these, whatever other fonts they draw on.
     [[nodiscard]] double ascent() const { return m_ascent; }
@@ -41,8 +42,6 @@ private:
     QFont m_standIn;
 };
 
-/// Stands for an emoji while lines are laid out: breaks and orders itself as one.
-inline constexpr char16_t emojiStandIn = 0x3012;
 /// Stands for the cursor: the glyph that it is.
 inline constexpr char16_t cursorStandIn = 0x258E;
 

@@ -87,6 +87,23 @@ TEST_F(TypedTextItemTest, TheCursorBlinksWithoutMovingOrLayingOutAnything) {
     EXPECT_EQ(item.layout().linesLaidOut(), lines);
 }
 
+TEST_F(TypedTextItemTest, ALineIsAsHighAsAnyOtherWhateverStandsInIt) {
+    item.setFontSize(40);
+    const auto bottomOf = [this](std::string_view text) {
+        typist.content.clear();
+        show();
+        typist.type(text);
+        show();
+        return ink().bottom();
+    };
+    const int letters = bottomOf("l\nl\nl\nl");
+    EXPECT_NEAR(letters - bottomOf("l"), 3 * item.layout().pitch(), 1);
+    for (const char* text : {"l\n\n\nl", "l\n\U0001F438\n\u2764\uFE0F\nl", "l\n\u4F60\n\u0928\u093F\nl"}) {
+        EXPECT_EQ(bottomOf(text), letters) << text;
+    }
+    EXPECT_LE(bottomOf("\U0001F438"), item.layout().face().lineHeight()) << "an emoji reaches beyond its line";
+}
+
 TEST_F(TypedTextItemTest, NamedTextColourIsThatOfTheMoment) {
     typist.content.emplace_back(Character("l"), NamedColor::primary, Uuid{1, 1});
     show();

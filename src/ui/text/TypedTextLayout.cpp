@@ -35,7 +35,7 @@ void TypedTextLayout::setLinesInView(std::size_t count) {
 
 void TypedTextLayout::update(const TypedContent& characters) {
     const Edit edit = difference(characters);
-    m_characters = &characters;
+    const bool moved = std::exchange(m_characters, &characters) != &characters;
     if (std::exchange(m_styleChanged, false)) {
         m_recent.clear();
         m_style = std::make_unique<LineStyle>(m_fontSize, m_width, m_art);
@@ -44,7 +44,7 @@ void TypedTextLayout::update(const TypedContent& characters) {
     const bool cursorChanged = std::exchange(m_cursorWasShown, m_cursorShown) != m_cursorShown;
     const bool endChanged = edit.kept < characters.size() || edit.dropped + edit.kept < m_ids.size() || cursorChanged;
     remember(edit);
-    if (endChanged || edit.dropped > 0) {
+    if (endChanged || edit.dropped > 0 || moved) {
         m_recent.clear();
     }
     if (endChanged) {
@@ -204,6 +204,7 @@ TypedTextLayout::Line TypedTextLayout::layOutLine(LineChain::Start start) {
     line.start = start;
     line.end = m_base + laidOut.end();
     line.dependsUntil = laidOut.dependsUntil() == LineWindow::everything ? always : m_base + laidOut.dependsUntil();
+    line.contextOfNext = laidOut.carriesContextOn() ? start.contextBegin : start.begin;
     line.endsParagraph = laidOut.endsParagraph();
     ++m_linesLaidOut;
     return line;

@@ -1,65 +1,12 @@
 #include "ui/text/TypedTextLayoutFixture.test.h"
 #include "views/WrappingHStack.h"
 
-#include <QTextLayout>
-
-#include <algorithm>
-#include <iterator>
 #include <vector>
 
 namespace tapalong {
 namespace {
 
 using namespace samples;
-
-/// Where the text engine, given all of it at once, begins a line and ends the last one.
-std::vector<int> breaksOf(const QString& paragraph, const QFont& font, double width) {
-    QTextLayout engine(paragraph, font);
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(Qt::LeftToRight);
-    option.setUseDesignMetrics(true);
-    engine.setTextOption(option);
-    engine.beginLayout();
-    std::vector<int> breaks{0};
-    for (QTextLine line = engine.createLine(); line.isValid(); line = engine.createLine()) {
-        line.setLineWidth(width);
-        breaks.push_back(line.textStart() + line.textLength());
-    }
-    engine.endLayout();
-    return breaks;
-}
-
-TEST_F(TypedTextLayoutTest, LinesBreakWhereTheTextEngineBreaksTheWholeParagraph) {
-    constexpr double width = 900;
-    apply(layout, {72, width, false});
-    std::vector<std::string_view> written; // pictures are measured by us, and line breaks end the paragraph
-    std::copy_if(phrases.begin(), phrases.end(), std::back_inserter(written), [](std::string_view phrase) {
-        return phrase.find('\n') == std::string_view::npos && phrase.find("\U0001F468") == std::string_view::npos &&
-               phrase.find("\U0001F1E9") == std::string_view::npos;
-    });
-    RandomHand hand(randomSeed(), typist);
-    constexpr int paragraphs = 40;
-    for (int paragraph = 0; paragraph < paragraphs; ++paragraph) {
-        typist.content.clear();
-        QString whole;
-        for (std::size_t i = hand.below(60) + 1; i > 0; --i) {
-            typist.type(written[hand.below(written.size())]);
-        }
-        std::vector<int> starts; // of the typed characters in the paragraph
-        for (const auto& typed : typist.content) {
-            starts.push_back(static_cast<int>(whole.size()));
-            whole += QString::fromStdString(typed.character.utf8());
-        }
-        starts.push_back(static_cast<int>(whole.size()));
-        show();
-        std::vector<int> breaks{0};
-        for (std::size_t i = 0; i < layout.lineCount(); ++i) {
-            breaks.push_back(starts.at(layout.line(i).end));
-        }
-        ASSERT_EQ(breaks, breaksOf(whole, layout.face().font(), width)) << whole.toStdString();
-    }
-}
 
 TEST_F(TypedTextLayoutTest, NothingTypedWithoutCursorShowsNothing) {
     apply(layout, {72, 900, false});
