@@ -49,6 +49,12 @@ FocusScope {
         anchors.fill: parent
         radius: 20
         color: Qt.rgba(0x2c / 255, 0x2c / 255, 0x36 / 255, 0.86)
+    }
+    // Its own, on top: the fill of a rectangle ends where its border begins, and both are translucent.
+    Rectangle {
+        anchors.fill: parent
+        radius: 20
+        color: "transparent"
         border.width: 1
         border.color: Qt.rgba(1, 1, 1, 0.14)
     }

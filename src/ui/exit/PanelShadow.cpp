@@ -1,6 +1,7 @@
 #include "ui/exit/PanelShadow.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -62,7 +63,14 @@ QImage PanelShadow::render() const {
 
 void PanelShadow::paint(QPainter* painter) {
     if (width() >= 1 && height() >= 1) {
-        painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        // None under the rectangle, which may be translucent; up to under its edge, lest there be a gap.
+        const double inside = m_spread + 1;
+        QPainterPath outside;
+        outside.addRect(boundingRect());
+        outside.addRoundedRect(boundingRect().adjusted(inside, inside, -inside, -inside), m_cornerRadius,
+                               m_cornerRadius);
+        painter->setRenderHints(QPainter::SmoothPixmapTransform | QPainter::Antialiasing);
+        painter->setClipPath(outside);
         painter->drawImage(boundingRect(), render());
     }
 }

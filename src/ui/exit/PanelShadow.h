@@ -6,7 +6,7 @@
 
 namespace tapalong {
 
-/// The soft shadow of a rounded rectangle: the item's own area is the rectangle grown by `spread` on every side.
+/// The soft shadow around a rounded rectangle: the item's own area is the rectangle grown by `spread` on every side.
 /// Blurred by the processor and painted once per size, because not every renderer has shaders.
 class PanelShadow : public QQuickPaintedItem {
     Q_OBJECT

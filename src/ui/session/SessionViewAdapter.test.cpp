@@ -246,6 +246,26 @@ TEST_F(SessionWindowTest, ClickOnTheBackdropDismissesAndOnThePanelDoesNot) {
     EXPECT_TRUE(active());
 }
 
+TEST_F(SessionWindowTest, PanelHasALightEdgeAndAShadowAroundItButNotUnderIt) {
+    bringUpOverlay();
+    const auto* title = item("Exit Tapalong");
+    ASSERT_NE(title, nullptr);
+    const auto* panel = title->parentItem()->parentItem();
+    const QRect area = panel->mapRectToScene({0, 0, panel->width(), panel->height()}).toRect();
+    const auto* screen = panel->parentItem();
+    ASSERT_TRUE(waitUntil([screen] { return screen->opacity() == 1; }));
+    const QImage shown = gui.window->grabWindow();
+    const auto light = [&shown](int x, int y) { return shown.pixelColor(x, y).lightness(); };
+    const int row = area.top() + 20;    // above what stands in the panel, and behind it
+    const int inside = area.left() + 4; // the edge may lie on half a pixel
+    EXPECT_GT(std::max(light(area.left(), row), light(area.left() + 1, row)), light(inside, row) + 10);
+    for (int x = inside; x < area.right() - 4; ++x) {
+        ASSERT_EQ(shown.pixel(x, row), shown.pixel(inside, row)) << x;
+    }
+    EXPECT_LT(light(area.left() - 4, row), light(area.left() - 15, row));
+    EXPECT_LT(light(area.left() - 15, row), light(area.left() - 100, row));
+}
+
 TEST_F(SessionWindowTest, EscapeDoesNothing) {
     bringUpOverlay();
     press(*gui.window, Qt::Key_Escape, "\x1b");

@@ -155,7 +155,9 @@ TypedTextNode::Picture TypedTextNode::picture(const Scene& scene, const LinePiec
 void TypedTextNode::showCursor(const Scene& scene, const std::vector<VisibleLine>& lines) {
     QRectF rect;
     if (!lines.empty() && lines.back().shaped->cursorX) {
-        const double x = onPixels(*lines.back().shaped->cursorX, scene.pixelRatio);
+        // At the end of its advance, so that it stands off the letter before it.
+        const double space = scene.face.cursorAdvance() - scene.face.cursorWidth();
+        const double x = onPixels(*lines.back().shaped->cursorX + space, scene.pixelRatio);
         const double top = onPixels(lines.back().top, scene.pixelRatio);
         rect = QRectF(x, top, onPixels(std::max(scene.face.cursorWidth(), 1.0), scene.pixelRatio),
                       onPixels(scene.face.lineHeight(), scene.pixelRatio));
