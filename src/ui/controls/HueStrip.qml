@@ -19,43 +19,12 @@ T.Slider {
     onMoved: movedTo(value)
     Accessible.name: qsTr("Hue")
 
-    background: Rectangle {
+    background: RainbowBar {
         y: (strip.height - height) / 2
         width: strip.width
         height: 12
         radius: 6
-        gradient: Gradient {
-            orientation: Gradient.Horizontal
-
-            GradientStop {
-                position: 0
-                color: "#ff0000"
-            }
-            GradientStop {
-                position: 1 / 6
-                color: "#ffff00"
-            }
-            GradientStop {
-                position: 2 / 6
-                color: "#00ff00"
-            }
-            GradientStop {
-                position: 3 / 6
-                color: "#00ffff"
-            }
-            GradientStop {
-                position: 4 / 6
-                color: "#0000ff"
-            }
-            GradientStop {
-                position: 5 / 6
-                color: "#ff00ff"
-            }
-            GradientStop {
-                position: 1
-                color: "#ff0000"
-            }
-        }
+        colors: ["#ff0000", "#ffff00", "#00ff00", "#00ffff", "#0000ff", "#ff00ff", "#ff0000"]
     }
     handle: Rectangle {
         x: strip.visualPosition * (strip.width - width)

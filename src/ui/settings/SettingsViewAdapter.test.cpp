@@ -69,6 +69,25 @@ TEST_F(SettingsWindowTest, SeveralChangesOfOneTurnAreOneSignalAfterThem) {
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(SettingsWindowTest, TheStartButtonsCornersAreSmooth) {
+    settings().exitPassword.set("open");
+    turn();
+    const auto* start = button("Start Session");
+    ASSERT_NE(start, nullptr);
+    const QRect corner(start->mapToScene({0, 0}).toPoint(), QSize(10, 10));
+    const QImage shown = gui.window->grabWindow();
+    const QColor face = shown.pixelColor(corner.bottomRight());
+    const QColor around = shown.pixelColor(corner.topLeft());
+    int between = 0;
+    for (int y = corner.top(); y <= corner.bottom(); ++y) {
+        for (int x = corner.left(); x <= corner.right(); ++x) {
+            const int green = shown.pixelColor(x, y).green();
+            between += green > face.green() + 20 && green < around.green() - 20 ? 1 : 0;
+        }
+    }
+    EXPECT_GE(between, 8);
+}
+
 TEST_F(SettingsWindowTest, ShowingTheWindowWritesNothing) {
     gui.setDark(true);
     turn();

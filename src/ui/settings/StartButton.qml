@@ -33,40 +33,13 @@ T.AbstractButton {
         ink: button.ink
     }
 
-    background: Rectangle {
+    background: RainbowBar {
         radius: 10
-        gradient: Gradient {
-            orientation: Gradient.Horizontal
-
-            GradientStop {
-                position: 0
-                color: Qt.rgba(0.93, 0.18, 0.18, 1)
-            }
-            GradientStop {
-                position: 0.2
-                color: Qt.rgba(0.98, 0.45, 0.02, 1)
-            }
-            GradientStop {
-                position: 0.4
-                color: Qt.rgba(0.99, 0.78, 0.05, 1)
-            }
-            GradientStop {
-                position: 0.6
-                color: Qt.rgba(0.18, 0.78, 0.25, 1)
-            }
-            GradientStop {
-                position: 0.8
-                color: Qt.rgba(0.2, 0.5, 0.92, 1)
-            }
-            GradientStop {
-                position: 1
-                color: Qt.rgba(0.55, 0.32, 0.85, 1)
-            }
-        }
+        colors: ["#ed2e2e", "#fa7305", "#fcc70d", "#2ec740", "#3380eb", "#8c52d9"]
 
         Rectangle {
             anchors.fill: parent
-            radius: parent.radius
+            radius: 10
             color: button.down ? "black" : "white"
             opacity: button.down ? 0.12 : button.hovered ? 0.1 : 0
         }
