@@ -39,10 +39,10 @@ class DesktopCase(unittest.TestCase):
         if self.program is not None and self.program.is_running():
             self.program.quit()
 
-    def launch(self, **settings):
+    def launch(self, environment=None, **settings):
         """Starts the program with these settings and waits for its window."""
         self.program = Program(self.desktop, PROGRAM, settings={"exitPassword": PASSWORD, "useTouchID": False} |
-                               settings)
+                               settings, environment=environment)
         return self.launched()
 
     def relaunch(self):

@@ -7,6 +7,7 @@ from case import DesktopCase
 BACKGROUND = (0x1A, 0x1A, 0x2E)
 LOOK = {"useSystemAppearance": False, "customBGColorHex": "#1A1A2E", "showCursor": False, "exitCorner": "topLeft",
         "modifierKeysTypeEmoji": False}
+GREEN = {"rainbowMode": False, "customFGColorHex": "#00FF00"}
 RED, ORANGE, YELLOW = (237, 46, 46), (250, 115, 5), (252, 199, 13)
 
 
@@ -97,6 +98,38 @@ class Pictures(DesktopCase):
     @staticmethod
     def green(picture):
         return sum(picture[at:at + 3] == b"\x00\xff\x00" for at in range(0, len(picture), 3))
+
+    def start_scaled_session(self, scale, **settings):
+        """A session on a screen whose points have that many pixels."""
+        self.launch({"QT_SCALE_FACTOR": str(scale)}, **LOOK | GREEN | settings)
+        self.program.act("Start Session")
+        self.wait_text("")
+
+    def test_letters_have_the_screens_own_resolution_at_every_scale(self):
+        for scale in (1, 1.25, 1.5, 2):
+            with self.subTest(scale=scale):
+                self.start_scaled_session(scale)
+                self.desktop.type("l")
+                self.wait_text("l")
+                picture = self.picture()
+                row = [self.pixel(picture, x, round(85 * scale)) for x in range(round(40 * scale), round(80 * scale))]
+                full = [colour for colour in row if colour == (0, 255, 0)]
+                between = [colour for colour in row if colour not in (BACKGROUND, (0, 255, 0))]
+                self.assertGreater(len(full), 3 * scale, f"the stem of the letter in {row}")
+                # One pixel at each edge of the stem. Scaled up, an edge would be as wide as the scale.
+                self.assertLessEqual(len(between), 2, f"the stem's edges are blurred: {row}")
+                self.program.quit()
+
+    def test_the_largest_emoji_is_smooth_at_scale_two(self):
+        self.start_scaled_session(2, fontSize=200)
+        self.desktop.key("Escape")
+        self.wait_text("\U0001F680")
+        picture = self.picture()
+        rows = [picture[(y * self.width + 80) * 3:(y * self.width + 580) * 3] for y in range(80, 580)]
+        seen = [row for row in rows if set(zip(*[iter(row)] * 3)) != {BACKGROUND}]
+        self.assertGreater(len(seen), 400, "the rocket is smaller than it should be")
+        repeated = sum(row == following for row, following in zip(seen, seen[1:]))
+        self.assertLess(repeated, len(seen) / 20, "its picture's rows are only repeated")
 
     def test_the_overlay_dims_the_session_and_its_button_turns_green(self):
         self.start_session(**LOOK)
