@@ -36,7 +36,8 @@ public:
     /// The keyboard may be refused to a tap that is enabled again: it then stays disabled, and the callback is told so
     /// as of any other loss, again and again until it can be had.
     virtual void enableTap(TapHandle tap, bool enable) = 0;
-    /// False too for a handle that means nothing.
+    /// Whether nothing can get past it: false too while some of the keyboard cannot be had, though the rest is, and for
+    /// a handle that means nothing. What the callback is told of a loss is also the news that this may have changed.
     [[nodiscard]] virtual bool isTapEnabled(TapHandle tap) const = 0;
 
     [[nodiscard]] virtual RunLoopSource createRunLoopSource(TapHandle tap) = 0;

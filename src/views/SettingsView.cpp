@@ -141,11 +141,14 @@ std::vector<std::string> SettingsView::notices() const {
 std::string_view SettingsView::lastLockdownNotice() const {
     switch (m_sessionManager->lastLockdown()) {
     case LockdownOutcome::partly:
-        return "Lockdown Mode was not in force for a part of the last session: Tapalong could not get the keyboard for "
-               "itself, perhaps because of an open menu or another program. Keys may have reached other programs.";
+        return "Lockdown Mode was not in force for a part of the last session: Tapalong could not get all of the "
+               "keyboard for itself, perhaps because of an open menu or another program. Keys may have reached other "
+               "programs or the system.";
     case LockdownOutcome::never:
-        return "Lockdown Mode was not in force in the last session: Tapalong could not get the keyboard for itself, "
-               "perhaps because of an open menu or another program. Keys may have reached other programs.";
+        return "Lockdown Mode was not in force in the last session: Tapalong could not get all of the keyboard for "
+               "itself, "
+               "perhaps because of an open menu or another program. Keys may have reached other programs or the "
+               "system.";
     case LockdownOutcome::asWished:
         break;
     }

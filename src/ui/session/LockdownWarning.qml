@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tapalong
 
-// One line: this session should hold the keyboard, and does not.
+// One line: this session should hold the whole keyboard, and does not. True of none of it and of most of it.
 Rectangle {
     id: warning
 
@@ -30,7 +30,7 @@ Rectangle {
             size: 20
         }
         Text {
-            text: qsTr("Lockdown Mode is not in force: Tapalong could not get the keyboard for itself. Keys may reach other programs.")
+            text: qsTr("Lockdown Mode is not in force: Tapalong could not get all of the keyboard for itself. Keys may reach other programs or the system.")
             font.pixelSize: 15
             color: "white"
             wrapMode: Text.Wrap

@@ -109,8 +109,8 @@ TEST_F(SessionWindowTest, TypingAndDeletingPastTheBottomKeepTheEndInSight) {
 }
 
 TEST_F(SessionWindowTest, WarningStandsBelowTheTextWhileLockdownIsMissing) {
-    constexpr auto warning = "Lockdown Mode is not in force: Tapalong could not get the keyboard for itself. "
-                             "Keys may reach other programs.";
+    constexpr auto warning = "Lockdown Mode is not in force: Tapalong could not get all of the keyboard for itself. "
+                             "Keys may reach other programs or the system.";
     EXPECT_EQ(item(warning), nullptr);
     gui.app.sessionManager().endSession();
     gui.app.settings().kioskMode.set(true);

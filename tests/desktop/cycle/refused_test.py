@@ -2,16 +2,20 @@
 afterwards."""
 import ctypes
 import os
+import shutil
 import socket
 import subprocess
 import unittest
 
-from case import PASSWORD, WitnessCase, wait_until
+from case import PASSWORD, PROGRAM, Program, WitnessCase, wait_until
 
-WARNING = ("Lockdown Mode is not in force: Tapalong could not get the keyboard for itself. "
-           "Keys may reach other programs.")
-PARTLY = ("Lockdown Mode was not in force for a part of the last session: Tapalong could not get the keyboard for "
-          "itself, perhaps because of an open menu or another program. Keys may have reached other programs.")
+WARNING = ("Lockdown Mode is not in force: Tapalong could not get all of the keyboard for itself. "
+           "Keys may reach other programs or the system.")
+PARTLY = ("Lockdown Mode was not in force for a part of the last session: Tapalong could not get all of the keyboard "
+          "for itself, perhaps because of an open menu or another program. Keys may have reached other programs or the "
+          "system.")
+LIMIT = "Control and Alt together with a function key can still switch to a text screen."
+GUARD = "tapalong-x11-guard"
 REFUSED = "⚠️ Failed to create CGEventTap. Accessibility permission required!"
 IN_FORCE = "✅ CGEventTap active — all keyboard input intercepted"
 
@@ -93,6 +97,24 @@ class Refused(WitnessCase):
 
     def something_has_the_keyboard(self):
         return "refused" in self.desktop.output(["/usr/bin/python3", "-c", HOLD, "keyboard"])
+
+    def test_the_keys_that_no_grab_stops_stay_open_for_a_while(self):
+        """The program closes them with another one beside it, which is missing."""
+        folder = self.desktop.path("installed")
+        os.mkdir(folder)
+        self.program = Program(self.desktop, shutil.copy(PROGRAM, folder), settings={
+            "exitPassword": PASSWORD, "useTouchID": False, "kioskMode": True, "modifierKeysTypeEmoji": False})
+        self.launched()
+        self.program.find(LIMIT)
+        self.program.click("Start Session")
+        self.program.find(WARNING)
+        self.assertIn(IN_FORCE, self.program.lines)
+        before = self.keys_seen_by_others()
+        self.desktop.type("kept")
+        self.wait_text("kept")
+        self.assertEqual(self.keys_seen_by_others(), before)
+        os.symlink(os.path.join(os.path.dirname(PROGRAM), GUARD), os.path.join(folder, GUARD))
+        self.assert_had_and_said_afterwards()
 
     def test_a_program_that_has_lost_the_keyboard_for_good_leaves(self):
         self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)

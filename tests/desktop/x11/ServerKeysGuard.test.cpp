@@ -3,14 +3,17 @@
 #include "platform/linux/x11/ServerKeys.h"
 
 #include "desktop/support/EventLoop.h"
+#include "desktop/x11/Guards.h"
 #include "desktop/x11/ServerKeysTest.h"
 
 #include <linux/input-event-codes.h>
 #include <sys/wait.h>
 
 #include <csignal>
+#include <filesystem>
 #include <stop_token>
 #include <thread>
+#include <utility>
 
 namespace tapalong {
 
@@ -18,6 +21,8 @@ namespace {
 
 using test::controlsOn;
 using test::countActions;
+using test::FakeGuard;
+using test::runningGuards;
 using test::serverActions;
 using test::ServerState;
 using test::spinFor;
@@ -51,7 +56,7 @@ protected:
         if (program == 0) {
             const auto guard = GuardProcess::start(ServerKeys::guardBesideProgram());
             const bool isClosed = guard && guard->listen(10s) == GuardProcess::Word::closed;
-            const pid_t process = isClosed ? guards().at(0) : 0;
+            const pid_t process = isClosed ? runningGuards().at(0) : 0;
             (void)!write(ready[1], &process, sizeof process);
             pause();
             _exit(0);
@@ -101,14 +106,14 @@ TEST_F(ServerKeysGuardTest, KilledGuardIsReplacedAndNothingIsForgotten) {
     const auto before = ServerState::read(xcb);
     ServerKeys keys;
     keys.close();
-    const auto first = guards();
+    const auto first = runningGuards();
     ASSERT_EQ(first.size(), 1U);
     other.tap(KEY_CAPSLOCK);
     kill(first.front(), SIGKILL);
-    ASSERT_TRUE(spinUntil([&] { return !guards().empty() && guards() != first && keys.areClosed(); }));
+    ASSERT_TRUE(spinUntil([&] { return !runningGuards().empty() && runningGuards() != first && keys.areClosed(); }));
     EXPECT_EQ(countActions(xcb, serverActions), 0U);
     keys.reopen();
-    EXPECT_TRUE(guards().empty());
+    EXPECT_TRUE(runningGuards().empty());
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
 }
 
@@ -116,7 +121,7 @@ TEST_F(ServerKeysGuardTest, GuardKilledAtTheVeryEndStillLeavesNothing) {
     const auto before = ServerState::read(xcb);
     ServerKeys keys;
     keys.close();
-    kill(guards().at(0), SIGKILL);
+    kill(runningGuards().at(0), SIGKILL);
     keys.reopen();
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
 }
@@ -129,10 +134,10 @@ TEST_F(ServerKeysGuardTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBa
     ServerKeys next;
     next.putBackLeftOver(connection);
     EXPECT_FALSE(next.areClosed());
-    EXPECT_TRUE(guards().empty());
+    EXPECT_TRUE(runningGuards().empty());
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
     next.putBackLeftOver(connection);
-    EXPECT_TRUE(guards().empty());
+    EXPECT_TRUE(runningGuards().empty());
 }
 
 TEST_F(ServerKeysGuardTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBackByTheNextSession) {
@@ -158,12 +163,12 @@ TEST_F(ServerKeysGuardTest, WhatAnotherProgramHasClosedIsNoLeftOver) {
 TEST_F(ServerKeysGuardTest, SignalsThatAskAProgramToEndDoNotEndTheGuard) {
     ServerKeys keys;
     keys.close();
-    const auto guard = guards().at(0);
+    const pid_t guard = runningGuards().at(0);
     for (const int each : {SIGHUP, SIGINT, SIGTERM}) {
         kill(guard, each);
     }
     spinFor(100ms);
-    EXPECT_EQ(guards(), std::vector{guard});
+    EXPECT_EQ(runningGuards(), std::vector<pid_t>{guard});
     EXPECT_TRUE(keys.areClosed());
 }
 
@@ -194,6 +199,56 @@ TEST_F(ServerKeysGuardTest, GuardThatFailedIsExpectedToFailAgain) {
     EXPECT_FALSE(keys.areClosed());
     keys.reopen();
     EXPECT_FALSE(keys.canBeClosed());
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatFailedGetsASuccessorThatIsHeard) {
+    const auto before = ServerState::read(xcb);
+    const FakeGuard guard("exit 1");
+    ServerKeys keys(guard.program());
+    int changes = 0;
+    keys.whenChanged([&] { ++changes; });
+    keys.close();
+    EXPECT_FALSE(keys.areClosed());
+    guard.becomes(ServerKeys::guardBesideProgram());
+    EXPECT_TRUE(spinUntil([&] { return keys.areClosed(); }));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(countActions(xcb, serverActions), 0U);
+    keys.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+    EXPECT_TRUE(keys.canBeClosed());
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatIsMissingAndComesIsStarted) {
+    const FakeGuard guard("exit 1");
+    const auto late = guard.program() + "-late";
+    ServerKeys keys(late);
+    keys.close();
+    EXPECT_FALSE(keys.areClosed());
+    std::filesystem::create_symlink(ServerKeys::guardBesideProgram(), late);
+    EXPECT_TRUE(spinUntil([&] { return keys.areClosed(); }));
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatFailsAgainAndAgainIsNotStartedMoreOftenThanEveryTwoSeconds) {
+    for (const auto& [line, startsAtOnce] : {std::pair("exit 1", 1), std::pair("echo closed", 2)}) {
+        const FakeGuard guard(line);
+        ServerKeys keys(guard.program());
+        keys.close();
+        EXPECT_TRUE(spinUntil([&] { return guard.starts() == startsAtOnce; })) << line;
+        spinFor(1s);
+        EXPECT_EQ(guard.starts(), startsAtOnce) << line;
+        EXPECT_FALSE(keys.areClosed());
+        EXPECT_TRUE(spinUntil([&] { return guard.starts() > startsAtOnce; })) << line;
+    }
+}
+
+TEST_F(ServerKeysGuardTest, NoGuardIsStartedAfterTheEnd) {
+    const FakeGuard guard("exit 1");
+    ServerKeys keys(guard.program());
+    keys.close();
+    keys.reopen();
+    const int starts = guard.starts();
+    spinFor(2500ms);
+    EXPECT_EQ(guard.starts(), starts);
 }
 
 TEST_F(ServerKeysGuardTest, GuardThatDidItsWorkIsExpectedToDoItAgain) {

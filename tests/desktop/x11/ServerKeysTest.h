@@ -5,10 +5,7 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <fstream>
-#include <string>
 #include <vector>
 
 namespace tapalong::test {
@@ -30,20 +27,6 @@ protected:
     }
 
     ~ServerKeysTest() override { setControls(xcb, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS | accessibility, 0); }
-
-    /// The process that closes the keys, as the only child of this one besides the display's server.
-    static std::vector<pid_t> guards() {
-        std::vector<pid_t> found;
-        std::ifstream children("/proc/self/task/" + std::to_string(getpid()) + "/children");
-        for (pid_t child = 0; children >> child;) {
-            std::string name;
-            std::getline(std::ifstream("/proc/" + std::to_string(child) + "/comm") >> std::ws, name);
-            if (name == "x11-keys-guard") {
-                found.push_back(child);
-            }
-        }
-        return found;
-    }
 
     X11Connection connection; // speaks XKB and XInput 2, as the asking below has to
     xcb_connection_t* xcb = connection.xcb();

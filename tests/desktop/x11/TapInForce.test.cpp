@@ -1,19 +1,25 @@
+#include "desktop/x11/Guards.h"
 #include "desktop/x11/OwnWindow.h"
 #include "platform/linux/x11/QtConnection.h"
 #include "platform/linux/x11/X11EventTaps.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 namespace tapalong {
 
 namespace {
 
+using test::FakeGuard;
 using test::OwnWindow;
 using test::spinUntil;
 
 /// A tap that takes itself back whenever it is told that it was lost.
 class TapInForce : public testing::Test {
 protected:
+    TapInForce() { guard.becomes(ServerKeys::guardBesideProgram()); }
+
     void start() {
         tap = taps.createTap(TapLocation::session, TapPlacement::headInsert, TapOptions::activeFilter, ~EventMask{0},
                              [this](const InputEvent& event) {
@@ -41,7 +47,8 @@ protected:
     X11Connection connection;
     SecureInput secureInput;
     X11EventMonitors monitors{connection};
-    X11EventTaps taps{connection, monitors, secureInput};
+    FakeGuard guard{"exit 1"};
+    X11EventTaps taps{connection, monitors, secureInput, guard.program()};
     test::XClient other;
     std::optional<TapHandle> tap;
     RunLoopSource source{};
@@ -74,6 +81,30 @@ TEST_F(TapInForce, PointerThatAnotherProgramTookIsALossToo) {
     xcb_ungrab_pointer(other.xcb(), XCB_CURRENT_TIME);
     other.sync();
     ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
+}
+
+TEST_F(TapInForce, TapWithoutTheServersKeysHoldsTheRestAndIsEnabledWhenItHasThemToo) {
+    guard.becomes("/bin/false");
+    start();
+    EXPECT_TRUE(taps.holdsInput());
+    EXPECT_FALSE(taps.isTapEnabled(*tap));
+    EXPECT_EQ(losses, 0);
+    guard.becomes(ServerKeys::guardBesideProgram());
+    ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
+    EXPECT_EQ(losses, 1) << "nothing else tells that it is worth asking";
+    EXPECT_FALSE(other.grabKeyboard());
+}
+
+TEST_F(TapInForce, ServersKeysThatOpenForGoodAreALossOfThemAlone) {
+    start();
+    ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
+    losses = 0;
+    guard.becomes("/bin/false");
+    kill(test::runningGuards().at(0), SIGKILL);
+    ASSERT_TRUE(spinUntil([&] { return losses == 1; }));
+    EXPECT_FALSE(taps.isTapEnabled(*tap));
+    EXPECT_TRUE(taps.holdsInput());
+    EXPECT_FALSE(other.grabKeyboard());
 }
 
 } // namespace tapalong

@@ -17,6 +17,7 @@ using namespace std::chrono_literals;
 
 // It takes a few milliseconds; more only on a machine that is busy or broken.
 constexpr auto patience = 500ms;
+constexpr auto betweenGuards = 2s;
 
 /// Whether a guard's note is there and no guard.
 bool isLeftOver(xcb_connection_t* xcb) {
@@ -35,6 +36,16 @@ bool isLeftOver(xcb_connection_t* xcb) {
 
 } // namespace
 
+ServerKeys::ServerKeys(std::string guard) : m_guardProgram(std::move(guard)) {
+    m_untilNextGuard.setSingleShot(true);
+    m_untilNextGuard.setInterval(betweenGuards);
+    QObject::connect(&m_untilNextGuard, &QTimer::timeout, &m_listener, [this] {
+        if (!m_guard) {
+            startGuard(0ms);
+        }
+    });
+}
+
 std::string ServerKeys::guardBesideProgram() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -50,7 +61,7 @@ void ServerKeys::putBackLeftOver(const X11Connection& connection) {
 
 void ServerKeys::close() {
     if (!std::exchange(m_areWanted, true)) {
-        startGuard();
+        startGuard(patience);
     }
 }
 
@@ -58,6 +69,7 @@ void ServerKeys::reopen() {
     if (!std::exchange(m_areWanted, false)) {
         return;
     }
+    m_untilNextGuard.stop();
     m_hasFailed = !std::exchange(m_areClosed, false);
     if (!endGuard()) {
         // It was killed. Another one finds in its note what is to be put back.
@@ -70,9 +82,10 @@ bool ServerKeys::canBeClosed() const {
     return !m_hasFailed && access(m_guardProgram.c_str(), X_OK) == 0;
 }
 
-void ServerKeys::startGuard() {
+void ServerKeys::startGuard(std::chrono::milliseconds patience) {
     m_guard = GuardProcess::start(m_guardProgram);
     if (!m_guard) {
+        m_untilNextGuard.start();
         return;
     }
     m_guardSpeaks.emplace(m_guard->descriptor(), QSocketNotifier::Read);
@@ -85,6 +98,7 @@ void ServerKeys::hearGuard() {
     if (!m_guard) {
         return;
     }
+    const bool wereClosed = m_areClosed;
     switch (m_guard->listen(0ms)) {
     case GuardProcess::Word::none:
         break;
@@ -93,13 +107,25 @@ void ServerKeys::hearGuard() {
         break;
     case GuardProcess::Word::ended:
     case GuardProcess::Word::killed:
-        // One that was killed gets a successor, which goes on from the snapshot. One that failed would fail again.
-        m_guardSpeaks.reset();
-        m_guard.reset();
-        if (std::exchange(m_areClosed, false)) {
-            startGuard();
-        }
+        replaceGuard();
         break;
+    }
+    if (m_areClosed != wereClosed && m_changed) {
+        m_changed();
+    }
+}
+
+/// One that had closed everything was killed, and its successor goes on from its note before a key is pressed. One that
+/// fails again and again must not keep us busy with starting it.
+void ServerKeys::replaceGuard() {
+    m_guardSpeaks.reset();
+    m_guard.reset();
+    const bool hadClosed = std::exchange(m_areClosed, false);
+    if (!m_untilNextGuard.isActive()) {
+        m_untilNextGuard.start();
+        if (hadClosed) {
+            startGuard(patience);
+        }
     }
 }
 

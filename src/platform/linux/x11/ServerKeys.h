@@ -4,10 +4,14 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QSocketNotifier>
+#include <QTimer>
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tapalong {
 
@@ -19,7 +23,7 @@ public:
     /// The guard that was built and installed together with the running program.
     [[nodiscard]] static std::string guardBesideProgram();
 
-    explicit ServerKeys(std::string guard = guardBesideProgram()) : m_guardProgram(std::move(guard)) {}
+    explicit ServerKeys(std::string guard = guardBesideProgram());
     ~ServerKeys() { reopen(); }
     ServerKeys(const ServerKeys&) = delete;
     ServerKeys& operator=(const ServerKeys&) = delete;
@@ -27,7 +31,8 @@ public:
     /// Puts back what a session left whose program and guard were killed together; nothing where there is none.
     void putBackLeftOver(const X11Connection& connection);
 
-    /// Waits until it is done, at most half a second; what is late counts when it comes. Nothing while closed.
+    /// Waits until it is done, at most half a second; what is late counts when it comes, and a guard that fails gets a
+    /// successor every two seconds. Nothing while closed.
     void close();
 
     /// Puts everything back as it was at close(), locked keys and the layout included. Waits like close().
@@ -36,12 +41,16 @@ public:
     /// False while open, and when the guard could not be started or the server refused it.
     [[nodiscard]] bool areClosed() const { return m_areClosed; }
 
+    /// `changed` runs when areClosed() has changed between close() and reopen().
+    void whenChanged(std::function<void()> changed) { m_changed = std::move(changed); }
+
     /// Whether the next close() can be expected to succeed: the guard is there, and did not fail the last time.
     [[nodiscard]] bool canBeClosed() const;
 
 private:
-    void startGuard();
+    void startGuard(std::chrono::milliseconds patience);
     void hearGuard();
+    void replaceGuard();
     [[nodiscard]] bool endGuard();
 
     std::string m_guardProgram;
@@ -49,6 +58,8 @@ private:
     std::unique_ptr<GuardProcess> m_guard;
     std::optional<QSocketNotifier> m_guardSpeaks;
     QObject m_listener; ///< not the notifier itself: hearing it may end it
+    QTimer m_untilNextGuard;
+    std::function<void()> m_changed;
     bool m_areClosed = false;
     bool m_hasFailed = false; ///< when they were to be closed last
 };

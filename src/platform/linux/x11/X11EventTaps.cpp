@@ -54,11 +54,13 @@ bool isWheelRelease(const xcb_generic_event_t& event, std::uint8_t xinputOpcode)
 
 } // namespace
 
-X11EventTaps::X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput)
+X11EventTaps::X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput,
+                           std::string guard)
     : m_connection(connection), m_monitors(monitors), m_secureInput(secureInput), m_keyboard(connection),
-      m_keyboardGrab(connection), m_pointerGrab(connection),
+      m_keyboardGrab(connection), m_pointerGrab(connection), m_serverKeys(std::move(guard)),
       m_listener(connection.listen([this](const auto& event) { handleConnectionEvent(event); })) {
     connection.whenLost([this] { inputIsLost(); });
+    m_serverKeys.whenChanged([this] { inputIsLost(); });
     m_untilRefusalIsReported.setSingleShot(true);
     m_untilRefusalIsReported.setInterval(untilRefusalIsReported);
     QObject::connect(&m_untilRefusalIsReported, &QTimer::timeout, &m_untilRefusalIsReported,
@@ -109,7 +111,7 @@ void X11EventTaps::enableTap(TapHandle handle, bool enable) {
 
 bool X11EventTaps::isTapEnabled(TapHandle handle) const {
     const auto tap = find(static_cast<std::uint64_t>(handle));
-    return tap && tap->isEnabled && holdsInput();
+    return tap && tap->isEnabled && holdsInput() && serverKeysAreClosed();
 }
 
 RunLoopSource X11EventTaps::createRunLoopSource(TapHandle tap) {
@@ -180,7 +182,7 @@ void X11EventTaps::releaseInputUnlessWanted() {
     m_monitors.setTapHoldsInput(false);
 }
 
-// The pointer is kept until the taps have had their chance to take the keyboard back: no click slips through between.
+// What is held is kept until the taps have had their chance to take the rest back: no key or click slips through between.
 void X11EventTaps::inputIsLost() {
     const auto taps = m_taps;
     for (const auto& tap : taps) {

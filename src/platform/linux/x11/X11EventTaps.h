@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -29,10 +30,12 @@ namespace tapalong {
 ///
 /// When the server takes keyboard or pointer away for good, or refuses them to a tap that is being enabled again, the
 /// taps are told tapDisabledByUserInput; for a refusal again and again, a few times a second, until it is had or given
-/// up.
+/// up. They are told the same when the keys that no grab stops open or are closed late, which is no reason to give up
+/// the rest: a tap that enables itself again holds all that can be had, and counts as enabled when that is everything.
 class X11EventTaps final : public EventTaps, private QAbstractNativeEventFilter {
 public:
-    X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput);
+    X11EventTaps(X11Connection& connection, X11EventMonitors& monitors, SecureInput& secureInput,
+                 std::string guard = ServerKeys::guardBesideProgram());
     ~X11EventTaps() override;
     X11EventTaps(const X11EventTaps&) = delete;
     X11EventTaps& operator=(const X11EventTaps&) = delete;
@@ -54,7 +57,7 @@ public:
     /// not be in the active window for a moment. None for no such window.
     void setKeyWindow(xcb_window_t window) { m_keyWindow = window; }
 
-    /// Whether keys are being intercepted at this moment.
+    /// Whether keys are being intercepted at this moment, all but those that no grab stops.
     [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
 
     /// Whether the keys that no grab stops are closed too, as they are meant to be from the first tap to the last.
