@@ -47,13 +47,25 @@ QStringList SessionFace::textFamilies() {
     return families << QGuiApplication::font().families();
 }
 
+QFont::Weight SessionFace::weight() {
+    // Comfortaa has no medium; of its two the bold is nearer, with stems of 0.104 em where the other's have 0.078 and
+    // Quicksand Medium's 0.099.
+    static const QFont::Weight weight = [] {
+        const QStringList present = QFontDatabase::families();
+        const bool isFallback =
+            !present.contains(QStringLiteral("Quicksand Medium")) && present.contains(QStringLiteral("Comfortaa"));
+        return isFallback ? QFont::Bold : QFont::Medium;
+    }();
+    return weight;
+}
+
 SessionFace::SessionFace(double size) : m_size(size) {
     verify(std::isfinite(size) && size > 0, "the font size is a positive number");
     const int whole = std::max(1, static_cast<int>(std::lround(std::min(size, 4096.0))));
     m_scale = size / whole;
     m_font.setFamilies(textFamilies());
     m_font.setPixelSize(whole);
-    m_font.setWeight(QFont::Medium);
+    m_font.setWeight(weight());
     m_font.setHintingPreference(QFont::PreferNoHinting);
     m_font.setLetterSpacing(QFont::AbsoluteSpacing, noLigatures);
     m_standIn = m_font;

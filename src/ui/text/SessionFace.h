@@ -12,6 +12,8 @@ public:
     [[nodiscard]] static QString emojiFamily();
     /// The text's families, most wanted first.
     [[nodiscard]] static QStringList textFamilies();
+    /// To ask for, to get one that looks medium.
+    [[nodiscard]] static QFont::Weight weight();
 
     /// Fatal unless the size is finite and positive.
     explicit SessionFace(double size);
