@@ -181,11 +181,16 @@ void SecureField::itemChange(ItemChange change, const ItemChangeData& data) {
     QQuickPaintedItem::itemChange(change, data);
 }
 
+int SecureField::blinkInterval(int desktopsPeriod) {
+    constexpr int shortestPeriod = 400;
+    return desktopsPeriod > 1 ? std::max(desktopsPeriod, shortestPeriod) / 2 : 0;
+}
+
 void SecureField::showCaret() {
     m_caretVisible = hasActiveFocus();
-    const int flashTime = QGuiApplication::styleHints()->cursorFlashTime();
-    if (m_caretVisible && flashTime > 1) {
-        m_blink.start(flashTime / 2);
+    const int interval = blinkInterval(QGuiApplication::styleHints()->cursorFlashTime());
+    if (m_caretVisible && interval > 0) {
+        m_blink.start(interval);
     } else {
         m_blink.stop();
     }

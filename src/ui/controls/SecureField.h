@@ -28,6 +28,10 @@ public:
     void setSecret(const QString& secret);
     [[nodiscard]] bool isEmpty() const { return m_secret.length() == 0; }
 
+    /// Of the caret between seen and not, in ms, for a desktop whose text cursor has that period; 0 for a caret that
+    /// does not blink. Never as fast as three flashes a second, which can harm.
+    [[nodiscard]] static int blinkInterval(int desktopsPeriod);
+
     void paint(QPainter* painter) override;
     [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 

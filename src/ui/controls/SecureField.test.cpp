@@ -70,6 +70,14 @@ TEST_F(SettingsFieldTest, CaretStaysWhereItIsWhenTheStoreAnswers) {
     EXPECT_EQ(password(), "abbc");
 }
 
+TEST_F(SettingsFieldTest, CaretBlinksAsTheDesktopsButNeverThreeTimesASecond) {
+    EXPECT_EQ(SecureField::blinkInterval(1000), 500);
+    EXPECT_EQ(SecureField::blinkInterval(0), 0);
+    for (const int period : {2, 50, 333, 400}) {
+        EXPECT_GT(2 * SecureField::blinkInterval(period), 1000 / 3) << period;
+    }
+}
+
 TEST_F(SettingsFieldTest, HomeEndDeleteAndSelectAll) {
     type("abc");
     press(*gui.window, Qt::Key_Home);
