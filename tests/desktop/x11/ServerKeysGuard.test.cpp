@@ -251,6 +251,38 @@ TEST_F(ServerKeysGuardTest, NoGuardIsStartedAfterTheEnd) {
     EXPECT_EQ(guard.starts(), starts);
 }
 
+TEST_F(ServerKeysGuardTest, DeviceThatAnotherProgramHoldsIsSaidUntilItIsHad) {
+    const test::PluggedSeat seat(xcb);
+    ASSERT_TRUE(seat.grab());
+    ServerKeys keys;
+    keys.close();
+    EXPECT_FALSE(keys.areClosed());
+    EXPECT_EQ(countActions(xcb, serverActions), 0U) << "what can be closed is";
+    seat.ungrab();
+    EXPECT_TRUE(spinUntil([&] { return keys.areClosed(); }));
+    EXPECT_FALSE(seat.grab());
+    keys.reopen();
+    EXPECT_TRUE(keys.canBeClosed());
+}
+
+TEST_F(ServerKeysGuardTest, DeviceThatCannotBeHadLaterIsSaidToo) {
+    ServerKeys keys;
+    int changes = 0;
+    keys.whenChanged([&] { ++changes; });
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    const pid_t guard = runningGuards().at(0);
+    kill(guard, SIGSTOP);
+    const test::PluggedSeat seat(xcb);
+    ASSERT_TRUE(seat.grab());
+    kill(guard, SIGCONT);
+    EXPECT_TRUE(spinUntil([&] { return !keys.areClosed(); }));
+    seat.ungrab();
+    EXPECT_TRUE(spinUntil([&] { return keys.areClosed(); }));
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(runningGuards(), std::vector<pid_t>{guard});
+}
+
 TEST_F(ServerKeysGuardTest, GuardThatDidItsWorkIsExpectedToDoItAgain) {
     ServerKeys keys;
     EXPECT_TRUE(keys.canBeClosed());

@@ -210,6 +210,20 @@ void PluggedSeat::tap(std::uint32_t kernelCode) const {
     xcb_flush(m_xcb);
 }
 
+bool PluggedSeat::grab() const {
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_xcb)).data->root;
+    constexpr std::uint32_t noEvents = 0;
+    const auto request = xcb_input_xi_grab_device(m_xcb, root, XCB_CURRENT_TIME, XCB_NONE, m_keyboards.at(0),
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, 0, 1, &noEvents);
+    const auto reply = own(xcb_input_xi_grab_device_reply(m_xcb, request, nullptr));
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void PluggedSeat::ungrab() const {
+    xcb_input_xi_ungrab_device(m_xcb, XCB_CURRENT_TIME, m_keyboards.at(0));
+    xcb_flush(m_xcb);
+}
+
 void PluggedSeat::unplug() {
     if (m_pointer == 0) {
         return;

@@ -64,6 +64,10 @@ public:
     void focus(xcb_window_t window) const;
     void tap(std::uint32_t kernelCode) const;
 
+    /// False while somebody else holds this keyboard.
+    [[nodiscard]] bool grab() const;
+    void ungrab() const;
+
 private:
     xcb_connection_t* m_xcb;
     std::vector<DeviceId> m_keyboards;

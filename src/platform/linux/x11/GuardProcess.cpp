@@ -68,6 +68,15 @@ std::optional<pid_t> spawn(const std::string& program, int input, int output) {
     return error == 0 ? std::optional(process) : std::nullopt;
 }
 
+/// A line is written at once, so all of it is there. Empty at the end.
+std::string readLine(int descriptor) {
+    std::string line;
+    for (char next = 0; read(descriptor, &next, 1) > 0 && next != '\n';) {
+        line += next;
+    }
+    return line;
+}
+
 } // namespace
 
 std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& program) {
@@ -100,9 +109,8 @@ GuardProcess::Word GuardProcess::listen(std::chrono::milliseconds atMost) {
     if (poll(&awaited, 1, static_cast<int>(atMost.count())) <= 0) {
         return Word::none;
     }
-    std::array<char, 64> text{};
-    if (read(m_output, text.data(), text.size()) > 0) {
-        return Word::closed;
+    if (const auto line = readLine(m_output); !line.empty()) {
+        return line == "closed" ? Word::closed : Word::open;
     }
     int status = 0;
     waitpid(std::exchange(m_process, -1), &status, 0); // its output is closed, so it has left or is about to

@@ -18,9 +18,9 @@ public:
     GuardProcess(const GuardProcess&) = delete;
     GuardProcess& operator=(const GuardProcess&) = delete;
 
-    enum class Word : std::uint8_t { none, closed, ended, killed };
+    enum class Word : std::uint8_t { none, closed, open, ended, killed };
 
-    /// Waits for its next word, at most so long. After `ended` there is no process any more; after `killed` neither,
+    /// Waits for its next word, at most so long. `open` is that the server refuses a part. After `ended` there is no process any more; after `killed` neither,
     /// but it has not done what it was to do at its end.
     [[nodiscard]] Word listen(std::chrono::milliseconds atMost);
 

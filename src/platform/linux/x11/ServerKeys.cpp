@@ -41,7 +41,7 @@ ServerKeys::ServerKeys(std::string guard) : m_guardProgram(std::move(guard)) {
     m_untilNextGuard.setInterval(betweenGuards);
     QObject::connect(&m_untilNextGuard, &QTimer::timeout, &m_listener, [this] {
         if (!m_guard) {
-            startGuard(0ms);
+            startGuard();
         }
     });
 }
@@ -61,7 +61,7 @@ void ServerKeys::putBackLeftOver(const X11Connection& connection) {
 
 void ServerKeys::close() {
     if (!std::exchange(m_areWanted, true)) {
-        startGuard(patience);
+        startGuardAndWait();
     }
 }
 
@@ -82,7 +82,7 @@ bool ServerKeys::canBeClosed() const {
     return !m_hasFailed && access(m_guardProgram.c_str(), X_OK) == 0;
 }
 
-void ServerKeys::startGuard(std::chrono::milliseconds patience) {
+void ServerKeys::startGuard() {
     m_guard = GuardProcess::start(m_guardProgram);
     if (!m_guard) {
         m_untilNextGuard.start();
@@ -91,7 +91,11 @@ void ServerKeys::startGuard(std::chrono::milliseconds patience) {
     m_guardSpeaks.emplace(m_guard->descriptor(), QSocketNotifier::Read);
     QObject::connect(
         &*m_guardSpeaks, &QSocketNotifier::activated, &m_listener, [this] { hearGuard(); }, Qt::QueuedConnection);
-    m_areClosed = m_guard->listen(patience) == GuardProcess::Word::closed;
+}
+
+void ServerKeys::startGuardAndWait() {
+    startGuard();
+    m_areClosed = m_guard && m_guard->listen(patience) == GuardProcess::Word::closed;
 }
 
 void ServerKeys::hearGuard() {
@@ -104,6 +108,9 @@ void ServerKeys::hearGuard() {
         break;
     case GuardProcess::Word::closed:
         m_areClosed = true;
+        break;
+    case GuardProcess::Word::open:
+        m_areClosed = false;
         break;
     case GuardProcess::Word::ended:
     case GuardProcess::Word::killed:
@@ -124,7 +131,7 @@ void ServerKeys::replaceGuard() {
     if (!m_untilNextGuard.isActive()) {
         m_untilNextGuard.start();
         if (hadClosed) {
-            startGuard(patience);
+            startGuardAndWait();
         }
     }
 }

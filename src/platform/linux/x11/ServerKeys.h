@@ -6,7 +6,6 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -38,7 +37,7 @@ public:
     /// Puts everything back as it was at close(), locked keys and the layout included. Waits like close().
     void reopen();
 
-    /// False while open, and when the guard could not be started or the server refused it.
+    /// False while open, and while the guard cannot be started or the server refuses it a part.
     [[nodiscard]] bool areClosed() const { return m_areClosed; }
 
     /// `changed` runs when areClosed() has changed between close() and reopen().
@@ -48,7 +47,8 @@ public:
     [[nodiscard]] bool canBeClosed() const;
 
 private:
-    void startGuard(std::chrono::milliseconds patience);
+    void startGuard();
+    void startGuardAndWait();
     void hearGuard();
     void replaceGuard();
     [[nodiscard]] bool endGuard();

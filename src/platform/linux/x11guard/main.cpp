@@ -3,7 +3,8 @@
 // back for all of them, and it runs in a process that holds nothing else and has little to fail with.
 //
 //     descriptor 0   its end is the order to put everything back and to leave
-//     descriptor 1   gets the line "closed" once the server has done all that was asked
+//     descriptor 1   gets the line "closed" once the server has done all that was asked, "open" when it refuses a
+//                    part, and so on each time that this changes
 
 #include "platform/linux/x11guard/ServerKeysGuard.h"
 
@@ -14,7 +15,9 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <optional>
 #include <string_view>
+#include <thread>
 
 namespace {
 
@@ -22,15 +25,16 @@ using namespace std::chrono_literals;
 using tapalong::ServerKeysGuard;
 
 // Another program that insists on its own keymap must not keep both of us and the server busy.
-constexpr auto leastBetweenCloses = 50ms;
+constexpr std::chrono::milliseconds leastBetweenCloses = 50ms;
+// What is refused for good, such as a device that another program holds, is not told of when it can be had.
+constexpr std::chrono::milliseconds betweenTries = 2s;
+constexpr std::chrono::milliseconds forEver = -1ms;
 
 void ignoreSignals() {
     for (const int each : {SIGHUP, SIGINT, SIGPIPE, SIGQUIT, SIGTERM, SIGTSTP}) {
         std::signal(each, SIG_IGN);
     }
 }
-
-constexpr std::chrono::milliseconds forEver = -1ms;
 
 /// Waits for the end of standard input, at most so long, and no longer than until `other` can be read too.
 bool inputEnds(std::chrono::milliseconds atMost, int other = -1) {
@@ -43,23 +47,48 @@ bool inputEnds(std::chrono::milliseconds atMost, int other = -1) {
     return read(STDIN_FILENO, anything.data(), anything.size()) <= 0;
 }
 
-void report(bool isClosed) {
-    if (isClosed) {
-        constexpr std::string_view word = "closed\n";
-        [[maybe_unused]] const auto written = write(STDOUT_FILENO, word.data(), word.size());
+void say(bool isClosed) {
+    constexpr std::string_view closed = "closed\n";
+    constexpr std::string_view open = "open\n";
+    const auto word = isClosed ? closed : open;
+    [[maybe_unused]] const auto written = write(STDOUT_FILENO, word.data(), word.size());
+}
+
+/// A device that has just left refuses all, and the next look does not find it any more.
+bool closeAll(ServerKeysGuard& guard) {
+    if (guard.close()) {
+        return true;
     }
+    std::this_thread::sleep_for(leastBetweenCloses);
+    return guard.close();
+}
+
+/// Waits until there is a reason to close again. False when the input has ended instead.
+bool isToCloseAgain(ServerKeysGuard& guard, bool isClosed) {
+    if (inputEnds(leastBetweenCloses)) {
+        return false;
+    }
+    while (!guard.hasNews() && guard.isConnected()) {
+        if (inputEnds(isClosed ? forEver : betweenTries, guard.descriptor())) {
+            return false;
+        }
+        if (!isClosed) {
+            break;
+        }
+    }
+    return guard.isConnected();
 }
 
 void keepClosedUntilInputEnds(ServerKeysGuard& guard) {
-    bool hasEnded = false;
-    while (!hasEnded && guard.isConnected()) {
-        if (guard.hasNews()) {
-            (void)guard.close();
-            hasEnded = inputEnds(leastBetweenCloses);
-        } else {
-            hasEnded = inputEnds(forEver, guard.descriptor());
+    std::optional<bool> said;
+    bool isClosed = false;
+    do {
+        isClosed = closeAll(guard);
+        if (said != isClosed) {
+            say(isClosed);
+            said = isClosed;
         }
-    }
+    } while (isToCloseAgain(guard, isClosed));
 }
 
 } // namespace
@@ -72,7 +101,6 @@ int main() {
     if (!guard.isConnected()) {
         return 1;
     }
-    report(guard.close());
     keepClosedUntilInputEnds(guard);
     guard.reopen();
     return 0;
