@@ -12,7 +12,7 @@ enum class InputLimit : std::uint8_t {
     powerButton,       ///< switches the computer off
     sysRqEndsPrograms, ///< chords with the SysRq key that end what runs on the screen
     sysRqRestarts,     ///< such chords that restart the computer
-    serverKeys,        ///< chords of the display server itself, as for a text screen
+    serverKeys,        ///< what the display server itself does on keys, and bindings that no tap stops
     touchpadGestures,  ///< of the desktop
 };
 

@@ -31,7 +31,11 @@ std::vector<std::string> sentencesAbout(const std::vector<InputLimit>& limits) {
         sentences.push_back(sentenceAboutSysRq(endsPrograms, restarts));
     }
     if (contains(limits, InputLimit::serverKeys)) {
-        sentences.emplace_back("Control and Alt together with a function key can still switch to a text screen.");
+        sentences.emplace_back(
+            "Some keys can still get past it: Control and Alt together with a function key or Backspace can switch to "
+            "a text "
+            "screen or end all programs, Shift held or pressed five times can change how the keyboard works, and "
+            "shortcuts of other programs can still act.");
     }
     if (contains(limits, InputLimit::touchpadGestures)) {
         sentences.emplace_back("Touchpad gestures can still reach the desktop.");

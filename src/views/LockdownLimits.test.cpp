@@ -13,9 +13,13 @@ TEST(LockdownLimits, NothingOpenIsNothingToSay) {
 
 TEST(LockdownLimits, EachIsSaidPlainly) {
     EXPECT_EQ(sentencesAbout({InputLimit::powerButton, InputLimit::serverKeys, InputLimit::touchpadGestures}),
-              (Sentences{"The power button can still switch this computer off.",
-                         "Control and Alt together with a function key can still switch to a text screen.",
-                         "Touchpad gestures can still reach the desktop."}));
+              (Sentences{
+                  "The power button can still switch this computer off.",
+                  "Some keys can still get past it: Control and Alt together with a function key or Backspace can "
+                  "switch to a text "
+                  "screen or end all programs, Shift held or pressed five times can change how the keyboard works, and "
+                  "shortcuts of other programs can still act.",
+                  "Touchpad gestures can still reach the desktop."}));
 }
 
 TEST(LockdownLimits, ChordsWithSysRqShareOneSentence) {

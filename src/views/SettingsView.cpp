@@ -36,11 +36,11 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::onAppear() {
     checkAccessibilityPermission();
-    m_knowsLimits = false; // a touchpad may have been plugged in
-    followLockdownMode();
     m_accessibilityTimer =
         m_platform.timers.scheduledTimer(permissionInterval, Repeats::yes, weak_from_this(),
                                          whileAlive(weak_from_this(), &SettingsView::checkAccessibilityPermission));
+    m_knowsLimits = false; // a touchpad may have been plugged in
+    followLockdownMode();
 }
 
 void SettingsView::onDisappear() {
@@ -51,13 +51,15 @@ void SettingsView::onDisappear() {
     m_shortcutRecorder->stopRecordingShortcut();
 }
 
-// While a session runs nobody sees this window, and each key is a change.
+// While a session runs nobody sees this window, and each key is a change. What it met with is to be looked for again.
 void SettingsView::sessionWillChange() {
     if (m_sessionManager->isSessionActive()) {
+        m_knowsLimits = false;
         return;
     }
     sendObjectWillChange();
     endForgottenRecording();
+    m_platform.mainQueue.async(whileAlive(weak_from_this(), &SettingsView::followLockdownMode));
 }
 
 // A recording that was forgotten when the shortcut started a session would eat the password on the way out. None
@@ -74,6 +76,9 @@ void SettingsView::settingsWillChange() {
 
 // Only then, because looking asks the system's services, which need not be troubled for a list that nobody sees.
 void SettingsView::followLockdownMode() {
+    if (!m_accessibilityTimer || m_sessionManager->isSessionActive()) {
+        return;
+    }
     const bool isOn = m_settings.kioskMode.get();
     if (const bool knew = std::exchange(m_knowsLimits, isOn); isOn && !knew) {
         m_platform.inputLimits.lookAgain();

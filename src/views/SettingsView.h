@@ -85,7 +85,8 @@ private:
     const std::shared_ptr<ShortcutRecorder> m_shortcutRecorder;
     Published<bool> m_accessibilityGranted{*this, false};
     std::optional<TimerToken> m_accessibilityTimer;
-    bool m_knowsLimits = false; ///< they were looked for since Lockdown Mode is on and the window is open
+    /// They were looked for since Lockdown Mode is on, the window is open, and the last session has ended.
+    bool m_knowsLimits = false;
     Subscription m_limitsSubscription;
     Subscription m_settingsSubscription;
     Subscription m_noticesSubscription;

@@ -317,6 +317,30 @@ TEST_F(LockdownLimitsInSettingsTest, TheyAreLookedForEachTimeTheWindowAppears) {
     EXPECT_EQ(world.inputLimits.looks, 2);
 }
 
+TEST_F(LockdownLimitsInSettingsTest, TheyAreLookedForAfterASessionWhichMayHaveShownMore) {
+    world.defaults.stored["kioskMode"] = true;
+    view->onAppear();
+    manager->startSession();
+    world.time.advance(10);
+    EXPECT_EQ(world.inputLimits.looks, 1) << "nobody sees the window while a session runs";
+    manager->endSession();
+    world.time.advance(0);
+    EXPECT_EQ(world.inputLimits.looks, 2);
+}
+
+TEST_F(LockdownLimitsInSettingsTest, ASessionThatEndsWithoutTheWindowLooksForNothing) {
+    world.defaults.stored["kioskMode"] = true;
+    view->onAppear();
+    view->onDisappear();
+    manager->startSession();
+    world.time.advance(0);
+    manager->endSession();
+    world.time.advance(0);
+    EXPECT_EQ(world.inputLimits.looks, 1);
+    view->onAppear();
+    EXPECT_EQ(world.inputLimits.looks, 2);
+}
+
 TEST_F(LockdownLimitsInSettingsTest, AChangeIsAnnounced) {
     int announcements = 0;
     const auto subscription = view->objectWillChange([&] { ++announcements; });

@@ -5,6 +5,7 @@ import os
 import shutil
 import socket
 import subprocess
+import tempfile
 import unittest
 
 from case import PASSWORD, PROGRAM, Program, WitnessCase, wait_until
@@ -14,8 +15,12 @@ WARNING = ("Lockdown Mode is not in force: Tapalong could not get all of the key
 PARTLY = ("Lockdown Mode was not in force for a part of the last session: Tapalong could not get all of the keyboard "
           "for itself, perhaps because of an open menu or another program. Keys may have reached other programs or the "
           "system.")
-LIMIT = "Control and Alt together with a function key can still switch to a text screen."
-GUARD = "tapalong-x11-guard"
+NEVER = ("Lockdown Mode was not in force in the last session: Tapalong could not get all of the keyboard for itself, "
+         "perhaps because of an open menu or another program. Keys may have reached other programs or the system.")
+LIMIT = ("Some keys can still get past it: Control and Alt together with a function key or Backspace can switch to a text "
+         "screen or end all programs, Shift held or pressed five times can change how the keyboard works, and shortcuts "
+         "of other programs can still act.")
+GUARD = os.path.join(os.path.dirname(PROGRAM), "tapalong-x11-guard")
 REFUSED = "⚠️ Failed to create CGEventTap. Accessibility permission required!"
 IN_FORCE = "✅ CGEventTap active — all keyboard input intercepted"
 
@@ -98,14 +103,18 @@ class Refused(WitnessCase):
     def something_has_the_keyboard(self):
         return "refused" in self.desktop.output(["/usr/bin/python3", "-c", HOLD, "keyboard"])
 
-    def test_the_keys_that_no_grab_stops_stay_open_for_a_while(self):
-        """The program closes them with another one beside it, which is missing."""
-        folder = self.desktop.path("installed")
-        os.mkdir(folder)
+    def launch_beside(self, guard=None):
+        """The program closes what no grab stops with another one beside it: this one, or none."""
+        folder = tempfile.mkdtemp(dir=self.desktop.folder)
+        self.guard = os.path.join(folder, os.path.basename(GUARD))
+        if guard is not None:
+            os.symlink(guard, self.guard)
         self.program = Program(self.desktop, shutil.copy(PROGRAM, folder), settings={
             "exitPassword": PASSWORD, "useTouchID": False, "kioskMode": True, "modifierKeysTypeEmoji": False})
         self.launched()
-        self.program.find(LIMIT)
+
+    def assert_warned_of_a_part(self):
+        """What can be grabbed is the session's alone."""
         self.program.click("Start Session")
         self.program.find(WARNING)
         self.assertIn(IN_FORCE, self.program.lines)
@@ -113,8 +122,22 @@ class Refused(WitnessCase):
         self.desktop.type("kept")
         self.wait_text("kept")
         self.assertEqual(self.keys_seen_by_others(), before)
-        os.symlink(os.path.join(os.path.dirname(PROGRAM), GUARD), os.path.join(folder, GUARD))
+
+    def test_the_keys_that_no_grab_stops_stay_open_for_a_while(self):
+        self.launch_beside()
+        self.program.find(LIMIT)
+        self.assert_warned_of_a_part()
+        os.symlink(GUARD, self.guard)
         self.assert_had_and_said_afterwards()
+        self.program.wait_gone(LIMIT)
+
+    def test_the_keys_that_no_grab_stops_turn_out_to_stay_open(self):
+        self.launch_beside("/bin/false")
+        self.assertIsNone(self.program.look_for(LIMIT))
+        self.assert_warned_of_a_part()
+        self.leave()
+        self.program.find(NEVER)
+        self.program.find(LIMIT)
 
     def test_a_program_that_has_lost_the_keyboard_for_good_leaves(self):
         self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)
