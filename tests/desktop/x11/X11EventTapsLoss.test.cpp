@@ -58,6 +58,23 @@ TEST_F(X11EventTapsTest, TapThatIsReenabledWhileTheKeyboardIsElsewhereIsToldUnti
     ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
 }
 
+TEST_F(X11EventTapsTest, TapThatWasRefusedAMomentAgoIsAskedForOnce) {
+    const auto requestsOfCreating = [this] {
+        const auto before = xcb_no_operation(connection.xcb()).sequence;
+        tap = create();
+        return xcb_no_operation(connection.xcb()).sequence - before - 1;
+    };
+    ASSERT_TRUE(other.grabKeyboard());
+    EXPECT_GT(requestsOfCreating(), 1U) << "a window manager may be about to let go";
+    EXPECT_FALSE(tap.has_value());
+    EXPECT_EQ(requestsOfCreating(), 1U) << "nothing may stand still for it every two seconds";
+    EXPECT_FALSE(tap.has_value());
+    other.ungrabKeyboard();
+    other.sync();
+    (void)create();
+    EXPECT_TRUE(taps.holdsInput());
+}
+
 TEST_F(X11EventTapsTest, CutConnectionIsReported) {
     start();
     const xcb_window_t anything = xcb_generate_id(connection.xcb());

@@ -20,6 +20,9 @@ using namespace std::chrono_literals;
 // A window manager lets go of the keyboard some milliseconds after the key that started us.
 constexpr auto patience = 100ms;
 constexpr auto betweenAttempts = 10ms;
+// Who was refused so short a time ago is trying again: that is no such moment any more, and nothing may stand still for
+// it.
+constexpr auto untilRefusalIsOld = 5s;
 constexpr auto untilRefusalIsReported = 250ms;
 
 bool isKeyEvent(EventType type) {
@@ -83,7 +86,7 @@ X11EventTaps::~X11EventTaps() {
 std::optional<TapHandle> X11EventTaps::createTap(TapLocation /*location*/, TapPlacement /*placement*/,
                                                  TapOptions /*options*/, EventMask eventsOfInterest,
                                                  Callback callback) {
-    if (!takeInputPatiently()) {
+    if (!takeInputForNewTap()) {
         return std::nullopt;
     }
     m_serverKeys.close();
@@ -160,15 +163,19 @@ bool X11EventTaps::takeInput() {
     return true;
 }
 
-bool X11EventTaps::takeInputPatiently() {
-    const auto end = std::chrono::steady_clock::now() + patience;
+bool X11EventTaps::takeInputForNewTap() {
+    const auto start = std::chrono::steady_clock::now();
+    const bool isRetry = m_lastRefusal && start - *m_lastRefusal < untilRefusalIsOld;
+    const auto end = start + (isRetry ? 0ms : patience);
     while (!takeInput()) {
         if (std::chrono::steady_clock::now() >= end || !m_connection.isUsable()) {
             releaseInputUnlessWanted();
+            m_lastRefusal = std::chrono::steady_clock::now();
             return false;
         }
         std::this_thread::sleep_for(betweenAttempts);
     }
+    m_lastRefusal.reset();
     return true;
 }
 

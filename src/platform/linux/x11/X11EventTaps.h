@@ -12,8 +12,10 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -78,7 +80,7 @@ private:
 
     [[nodiscard]] std::shared_ptr<Tap> find(std::uint64_t id) const;
     [[nodiscard]] bool takeInput();
-    [[nodiscard]] bool takeInputPatiently();
+    [[nodiscard]] bool takeInputForNewTap();
     void releaseInputUnlessWanted();
     void inputIsLost();
     void reportRefusal();
@@ -106,6 +108,7 @@ private:
     std::set<xcb_keycode_t> m_ignored; ///< keys down since before secure input began or ended: to be pressed anew
     std::unique_ptr<QObject> m_gestureFilter;
     QTimer m_untilRefusalIsReported;
+    std::optional<std::chrono::steady_clock::time_point> m_lastRefusal; ///< of a new tap
     std::function<void()> m_whenFocusIsTaken;
     xcb_window_t m_keyWindow = XCB_NONE;
 };
