@@ -204,6 +204,34 @@ TEST_F(X11EventMonitorsTest, GlobalMonitorSeesMotionAndDragging) {
     ASSERT_TRUE(spinUntil([&] { return count(EventType::leftMouseDragged) >= 1; }));
 }
 
+TEST_F(X11EventMonitorsTest, MotionWakesNobodyWhileATapHoldsTheInput) {
+    const auto token = watchOthers(allPointer);
+    int motions = 0;
+    int presses = 0;
+    const auto listener = connection.listen([&](const auto& event) {
+        const auto type = xinputTypeOf(event, connection.xinputOpcode());
+        motions += type == XCB_INPUT_RAW_MOTION ? 1 : 0;
+        presses += type == XCB_INPUT_RAW_BUTTON_PRESS ? 1 : 0;
+    });
+    const auto moveAndClick = [&] {
+        // What was selected before holds now: the server does not serve two connections in the order of their requests.
+        (void)own(xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
+        presses = 0;
+        other.movePointer(10, 10);
+        other.movePointer(20, 20);
+        other.click(1);
+        return spinUntil([&] { return presses == 1; });
+    };
+    monitors.setTapHoldsInput(true);
+    ASSERT_TRUE(moveAndClick());
+    EXPECT_EQ(motions, 0);
+    monitors.setTapHoldsInput(false);
+    ASSERT_TRUE(moveAndClick());
+    EXPECT_GE(motions, 2);
+    EXPECT_GE(count(EventType::mouseMoved), 1U);
+    monitors.removeMonitor(token);
+}
+
 TEST_F(X11EventMonitorsTest, RemovedGlobalMonitorSeesNothingMore) {
     other.focus(other.openWindow(0, 0, 50, 50));
     const auto token = watchOthers(allKeys);

@@ -77,6 +77,7 @@ void X11EventMonitors::removeMonitor(MonitorToken token) {
 void X11EventMonitors::setTapHoldsInput(bool holds) {
     m_tapHoldsInput = holds;
     m_ownKeyboard.forgetHeldKeys();
+    updateGlobalInterest();
 }
 
 bool X11EventMonitors::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
@@ -114,7 +115,11 @@ Verdict X11EventMonitors::handleOwnKey(const xcb_key_press_event_t& event, bool 
 }
 
 void X11EventMonitors::updateGlobalInterest() {
-    const std::uint32_t wanted = rawEventsFor(m_registry.globalInterest());
+    std::uint32_t wanted = rawEventsFor(m_registry.globalInterest());
+    if (m_tapHoldsInput) {
+        // Each movement of the pointer would wake us for nothing. Keys and buttons have a state that we need afterwards.
+        wanted &= ~std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_MOTION};
+    }
     if (wanted == m_selected || !m_connection.isUsable()) {
         return;
     }
