@@ -14,16 +14,6 @@ namespace tapalong {
 /// Local monitors get the events of Qt's windows before Qt and its input method do, so a consumed event reaches
 /// nothing of ours. Global monitors get the server's raw events, which no grab of another program hides; raw keys do
 /// not repeat. The raw events are asked for only while a global monitor wants them.
-///
-/// main makes the parts in this order, once the QGuiApplication stands, and hands them to the Platform:
-///
-///     X11Connection connection;
-///     SecureInput secureInput;                                // the password field's view tells it its focus
-///     X11EventMonitors monitors(connection);
-///     X11EventTaps taps(connection, monitors, secureInput);
-///     X11Accessibility accessibility;
-///
-/// They end in the reverse order, before the QGuiApplication does.
 class X11EventMonitors final : public EventMonitors, private QAbstractNativeEventFilter {
 public:
     explicit X11EventMonitors(X11Connection& connection);
