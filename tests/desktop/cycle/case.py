@@ -7,7 +7,7 @@ import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
 
-from rig.desktop import Desktop, wait_until  # noqa: E402  pylint: disable=wrong-import-position
+from rig.desktop import Desktop, Fixed, wait_until  # noqa: E402  pylint: disable=wrong-import-position
 from rig.program import Program  # noqa: E402  pylint: disable=wrong-import-position
 
 PROGRAM = os.environ["TAPALONG_PROGRAM"]
@@ -18,11 +18,13 @@ class DesktopCase(unittest.TestCase):
     """One desktop for the class, a fresh configuration and run of the program for each test."""
 
     window_manager = ("openbox",)
+    display = Fixed
+    size = (1280, 1200)
 
     @classmethod
     def setUpClass(cls):
-        cls.desktop = cls.enterClassContext(Desktop(wm=cls.window_manager)) if hasattr(
-            cls, "enterClassContext") else cls._entered(Desktop(wm=cls.window_manager))
+        desktop = Desktop(size=cls.size, wm=cls.window_manager, display=cls.display)
+        cls.desktop = cls.enterClassContext(desktop) if hasattr(cls, "enterClassContext") else cls._entered(desktop)
 
     @classmethod
     def _entered(cls, context):

@@ -9,9 +9,7 @@ import subprocess
 import tempfile
 import time
 
-
-class RigError(Exception):
-    """The rig itself failed: the test says nothing about the program."""
+from .display import Fixed, RigError
 
 
 def wait_until(condition, what, seconds=15.0, interval=0.03):
@@ -27,10 +25,11 @@ def wait_until(condition, what, seconds=15.0, interval=0.03):
 
 
 class Desktop:
-    """Use as a context. `wm` is the window manager's command, or None for none."""
+    """Use as a context. `wm` is the window manager's command, or None for none; `display` one of display.py."""
 
-    def __init__(self, size=(1280, 1200), wm=("openbox",), accessibility=True):
+    def __init__(self, size=(1280, 1200), wm=("openbox",), accessibility=True, display=Fixed):
         self.size = size
+        self.display = display
         self.wm = wm
         self.accessibility = accessibility
         self.processes = []
@@ -85,16 +84,7 @@ class Desktop:
             self._start_window_manager()
 
     def _start_display(self):
-        read_end, write_end = os.pipe()
-        width, height = self.size
-        self.run_beside(["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24",
-                         "-nolisten", "tcp", "-noreset"], pass_fds=(write_end,))
-        os.close(write_end)
-        with os.fdopen(read_end) as pipe:
-            number = pipe.readline().strip()
-        if not number:
-            raise RigError("Xvfb did not start")
-        self.environment["DISPLAY"] = f":{number}"
+        self.environment["DISPLAY"] = f":{self.display(self.size).start(self)}"
 
     def _start_bus(self):
         bus = self.run_beside(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
@@ -125,11 +115,12 @@ class Desktop:
         wait_until(lambda: "window id" in self.output(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]),
                    "the window manager")
 
-    def run_beside(self, command, **options):
+    def run_beside(self, command, environment=None, **options):
         """Starts a process that ends with the desktop."""
         for stream in ("stdin", "stdout", "stderr"):
             options.setdefault(stream, subprocess.DEVNULL)
-        process = subprocess.Popen(command, env=self.environment, start_new_session=True, **options)
+        process = subprocess.Popen(command, env=self.environment | (environment or {}), start_new_session=True,
+                                   **options)
         self.processes.append(process)
         return process
 
