@@ -102,7 +102,16 @@ SessionWindow& AppDelegate::createSessionWindow() {
     if (screen) {
         window.setFrame(*screen, true);
     }
+    m_screenObserver = m_platform.notificationCenter.addObserver(
+        screenParametersChangedNotification, whileAlive(weak_from_this(), &AppDelegate::followMainScreen));
     return *m_sessionWindow;
+}
+
+// Without a main screen the window stays as it is: it is right again, or will be put right, when the screen is back.
+void AppDelegate::followMainScreen() {
+    if (const auto screen = m_platform.screens.mainScreenFrame(); screen && m_sessionWindow) {
+        m_sessionWindow->window().setFrame(*screen, true);
+    }
 }
 
 void AppDelegate::showSessionWindow() {
@@ -119,6 +128,8 @@ void AppDelegate::dismissSessionWindow() {
     if (m_sessionWindow) {
         m_sessionWindow->window().orderOut();
         m_sessionWindow.reset();
+        m_platform.notificationCenter.removeObserver(*m_screenObserver);
+        m_screenObserver.reset();
     }
     const auto windows = m_platform.windows.windows();
     const auto settingsWindow = std::find_if(windows.begin(), windows.end(), [](const auto& window) {

@@ -3,6 +3,7 @@
 #include "app/SessionWindow.h"
 #include "platform/Application.h"
 #include "platform/EventMonitors.h"
+#include "platform/NotificationCenter.h"
 #include "platform/Platform.h"
 #include "session/ApplicationDelegate.h"
 
@@ -40,12 +41,14 @@ private:
     [[nodiscard]] bool matchesGlobalShortcut(const InputEvent& event) const;
     void scheduleStart();
     SessionWindow& createSessionWindow();
+    void followMainScreen();
     [[nodiscard]] Application& application() const;
 
     SessionSettings& m_settings;
     const std::shared_ptr<SessionManager> m_sessionManager;
     const Platform m_platform;
     std::unique_ptr<SessionWindow> m_sessionWindow;
+    std::optional<ObserverToken> m_screenObserver; ///< while there is a session window
     std::optional<MonitorToken> m_globalShortcutMonitor;
 };
 

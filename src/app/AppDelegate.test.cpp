@@ -20,6 +20,7 @@ const Effects creation{
     "window.ignoresMouseEvents no",
     "window.acceptsMouseMovedEvents yes",
     "window.frame 0,0 1920x1080 display=yes",
+    "notification.addObserver screenParametersChanged",
 };
 /// What the session view does when its window comes up.
 const Effects appearance{"notification.addObserver showExitOverlay", "timer.every 0.6"};
@@ -183,6 +184,69 @@ TEST_F(AppDelegateTest, TheWindowFillsTheMainScreenWhereverItLies) {
               "window.make 100,50 800x600 style=0 backing=2 defer=no");
 }
 
+TEST_F(AppDelegateTest, TheWindowFollowsTheMainScreenForAsLongAsTheSessionLasts) {
+    manager.startSession();
+    EXPECT_EQ(effectsOf(world,
+                        [this] {
+                            world.setMainScreen(Rect{0, 0, 1080, 1920});
+                        }),
+              (Effects{"notification.post screenParametersChanged", "window.frame 0,0 1080x1920 display=yes"}));
+    EXPECT_EQ(effectsOf(world,
+                        [this] {
+                            world.setMainScreen(Rect{0, 0, 2560, 1440});
+                        })
+                  .back(),
+              "window.frame 0,0 2560x1440 display=yes");
+    manager.endSession();
+    EXPECT_EQ(effectsOf(world,
+                        [this] {
+                            world.setMainScreen(Rect{0, 0, 800, 600});
+                        }),
+              Effects{"notification.post screenParametersChanged"});
+}
+
+TEST_F(AppDelegateTest, TheWindowStaysAsItIsUntilThereIsAMainScreenAgain) {
+    manager.startSession();
+    EXPECT_EQ(effectsOf(world, [this] { world.setMainScreen(std::nullopt); }),
+              Effects{"notification.post screenParametersChanged"});
+    type("a");
+    EXPECT_EQ(manager.typedContent().size(), 1U);
+    EXPECT_EQ(effectsOf(world,
+                        [this] {
+                            world.setMainScreen(Rect{0, 0, 1280, 800});
+                        })
+                  .back(),
+              "window.frame 0,0 1280x800 display=yes");
+}
+
+TEST_F(AppDelegateTest, AWindowMadeWithoutAScreenFillsTheOneThatAppears) {
+    world.setMainScreen(std::nullopt);
+    manager.startSession();
+    EXPECT_EQ(effectsOf(world,
+                        [this] {
+                            world.setMainScreen(Rect{0, 0, 1280, 800});
+                        })
+                  .back(),
+              "window.frame 0,0 1280x800 display=yes");
+}
+
+TEST_F(AppDelegateTest, TheWayOutLiesInTheCornerOfTheScreenAsItIsNow) {
+    manager.startSession();
+    world.setMainScreen(Rect{0, 0, 800, 600});
+    world.desktop.mouse = {799, 600};
+    world.time.advance(2);
+    EXPECT_NE(sessionView()->exitOverlay(), nullptr);
+}
+
+TEST_F(AppDelegateTest, ADwellInTheOldCornerEndsWithTheOldScreen) {
+    manager.startSession();
+    world.desktop.mouse = {1919, 1080};
+    world.time.advance(1);
+    world.setMainScreen(Rect{0, 0, 2560, 1440});
+    world.time.advance(5);
+    EXPECT_EQ(sessionView()->exitOverlay(), nullptr);
+}
+
 TEST_F(AppDelegateTest, ShowingTwiceMakesOneWindowAndAppliesTheOptionsAgain) {
     delegate.showSessionWindow();
     const auto* first = delegate.sessionWindow();
@@ -197,7 +261,7 @@ TEST_F(AppDelegateTest, DismissingLiftsTheOptionsTakesTheWindowDownAndBringsTheS
     EXPECT_EQ(effectsOf(world, [this] { delegate.dismissSessionWindow(); }),
               joined({{"app.presentationOptions 0", "window.orderOut"},
                       disappearance,
-                      {"window[Tapalong Settings].makeKeyAndOrderFront"}}))
+                      {"notification.removeObserver", "window[Tapalong Settings].makeKeyAndOrderFront"}}))
         << "the application is not activated again";
     EXPECT_EQ(delegate.sessionWindow(), nullptr);
 }

@@ -3,11 +3,13 @@
 #include "platform/desktop/WindowTraits.h"
 
 #include <QPointF>
+#include <QSizeF>
 
 #include <memory>
 #include <optional>
 
 class QObject;
+class QScreen;
 
 namespace tapalong {
 
@@ -29,6 +31,9 @@ public:
 
     /// In the toolkit's screen coordinates; none while nobody knows.
     [[nodiscard]] virtual std::optional<QPointF> pointer() const = 0;
+
+    /// Of a screen in points, with the fraction that the toolkit rounds away.
+    [[nodiscard]] virtual QSizeF sizeOf(const QScreen& screen) const = 0;
 
     /// The password field that got the keyboard focus, null when it lost it.
     virtual void secureFieldFocused(QObject* field) = 0;

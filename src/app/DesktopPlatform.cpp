@@ -6,9 +6,10 @@ namespace tapalong {
 
 DesktopPlatform::DesktopPlatform()
     : m_userDefaults(JsonUserDefaults::standardPath(), m_notices), m_input(makeDesktopInput(m_notices)),
-      m_screens([this] { return m_input->pointer(); }), m_windows(windowTraits()),
-      m_inhibitors(presentSessionBus(), openSystemBus,
-                   [this](bool granted) { m_limitFinder.powerKeyAnswered(granted); }),
+      m_screens(m_notificationCenter, {.pointer = [this] { return m_input->pointer(); },
+                                       .size = [this](const QScreen& screen) { return m_input->sizeOf(screen); }}),
+      m_windows(windowTraits()), m_inhibitors(presentSessionBus(), openSystemBus,
+                                              [this](bool granted) { m_limitFinder.powerKeyAnswered(granted); }),
       m_application(m_windows, m_appearance, m_inhibitors),
       m_limitFinder(m_limits, *m_input, m_inhibitors.powerKeys()) {}
 

@@ -3,6 +3,8 @@
 #include "platform/desktop/NoticeBoard.h"
 #include "platform/linux/wayland/QtKeyEvents.h"
 
+#include <QScreen>
+
 namespace tapalong {
 
 DesktopWayland::DesktopWayland(NoticeBoard& notices) {
@@ -10,6 +12,10 @@ DesktopWayland::DesktopWayland(NoticeBoard& notices) {
                                     "do the desktop's own shortcuts.");
     notices.set("wayland.quickStart",
                 "On Wayland the quick-start shortcut works only while a window of Tapalong has the keyboard.");
+}
+
+QSizeF DesktopWayland::sizeOf(const QScreen& screen) const {
+    return screen.size();
 }
 
 void DesktopWayland::describeWindows(WindowTraits& traits) {

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] EventTaps& eventTaps() override { return m_eventTaps; }
     [[nodiscard]] KeyboardLocks& keyboardLocks() override { return m_eventMonitors.keyboardLocks(); }
     [[nodiscard]] std::optional<QPointF> pointer() const override { return m_seenPointer.position(); }
+    /// The compositor's own, and whole.
+    [[nodiscard]] QSizeF sizeOf(const QScreen& screen) const override;
     void secureFieldFocused(QObject*) override {} // without taps every key is the field's own
     /// The touchpad is the compositor's own.
     [[nodiscard]] bool desktopMakesGestures() const override { return true; }

@@ -6,6 +6,7 @@
 #include "platform/linux/x11/QtConnection.h"
 #include "platform/linux/x11/WindowManagerName.h"
 #include "platform/linux/x11/X11Pointer.h"
+#include "platform/linux/x11/X11ScreenCover.h"
 
 #include <QGuiApplication>
 #include <QPointer>
@@ -43,7 +44,7 @@ DesktopX11::DesktopX11(NoticeBoard& notices) {
 }
 
 std::optional<QPointF> DesktopX11::pointer() const {
-    return pointerPosition(m_connection);
+    return pointerPosition(m_connection, m_screenPixels);
 }
 
 bool DesktopX11::desktopMakesGestures() const {
@@ -53,6 +54,9 @@ bool DesktopX11::desktopMakesGestures() const {
 
 void DesktopX11::describeWindows(WindowTraits& traits) {
     traits.cover = Cover::unmanaged;
+    traits.coverScreen = [this](QWindow& window, const QScreen& screen) {
+        coverScreen(window, screen, m_screenPixels.of(screen));
+    };
     traits.takeKeyboard = takeKeyboard;
     traits.borderlessWindowMade = [this](QWindow& window) {
         keepOnTop(window);

@@ -7,6 +7,7 @@
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11EventTaps.h"
 #include "platform/linux/x11/X11KeyboardLocks.h"
+#include "platform/linux/x11/X11ScreenPixels.h"
 #include "platform/linux/x11/X11WindowKeeper.h"
 
 namespace tapalong {
@@ -20,6 +21,7 @@ public:
     [[nodiscard]] EventTaps& eventTaps() override { return m_eventTaps; }
     [[nodiscard]] KeyboardLocks& keyboardLocks() override { return m_keyboardLocks; }
     [[nodiscard]] std::optional<QPointF> pointer() const override;
+    [[nodiscard]] QSizeF sizeOf(const QScreen& screen) const override { return m_screenPixels.sizeInPoints(screen); }
     void secureFieldFocused(QObject* field) override { m_secureInput.setSecureField(field); }
     [[nodiscard]] bool desktopMakesGestures() const override;
     [[nodiscard]] bool serverKeysStayOpen() const override { return !m_eventTaps.canCloseServerKeys(); }
@@ -30,6 +32,7 @@ private:
     void keepKeyboard(QWindow& window);
 
     X11Connection m_connection;
+    X11ScreenPixels m_screenPixels{m_connection};
     X11KeyboardLocks m_keyboardLocks{m_connection};
     SecureInput m_secureInput;
     X11EventMonitors m_eventMonitors{m_connection};

@@ -129,7 +129,7 @@ void RandomSession::applyToDesktop(const Event& event) {
         platform.desktop.appearance = event.on ? Appearance::darkAqua : Appearance::aqua;
         break;
     case Kind::screen:
-        platform.desktop.mainScreen = event.on ? std::optional(Rect{0, 0, 1920, 1080}) : std::nullopt;
+        platform.setMainScreen(event.on ? std::optional(Rect{0, 0, 1920, 1080}) : std::nullopt);
         break;
     case Kind::reader:
         platform.biometrics.available = event.on;

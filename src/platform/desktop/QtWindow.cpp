@@ -2,7 +2,6 @@
 
 #include "platform/desktop/QtScreens.h"
 
-#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QScreen>
 
@@ -17,8 +16,6 @@ QtWindow::QtWindow(QQmlEngine& engine, const WindowTraits& traits, HostQuickView
 }
 
 QtWindow::~QtWindow() {
-    QObject::disconnect(m_screenChanges);
-    QObject::disconnect(m_geometryChanges);
     m_view->detach();
     orderOut();
     m_view->deleteLater();
@@ -55,31 +52,26 @@ void QtWindow::setAcceptsMouseMovedEvents(bool) {}
 
 void QtWindow::setFrame(Rect frame, bool) {
     auto* const screen = QtScreens::mainScreen();
-    if (screen != nullptr) {
-        m_view->setScreen(screen);
-    }
-    m_view->setGeometry(QtScreens::toQt(frame));
-    m_coversMainScreen = screen != nullptr && m_view->geometry() == screen->geometry();
-    if (m_coversMainScreen && !m_screenChanges) {
-        m_screenChanges =
-            QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, m_view, [this] { followMainScreen(); });
-        followMainScreen();
+    m_coversMainScreen = screen != nullptr && QtScreens::isFrameOf(*screen, frame);
+    if (m_coversMainScreen) {
+        cover(*screen);
+    } else {
+        m_view->setGeometry(QtScreens::toQt(frame));
     }
 }
 
-void QtWindow::followMainScreen() {
-    QObject::disconnect(m_geometryChanges);
-    auto* const screen = QtScreens::mainScreen();
-    if (!m_coversMainScreen || screen == nullptr) {
-        return;
+void QtWindow::cover(QScreen& screen) {
+    if (m_view->screen() != &screen) {
+        m_view->setScreen(&screen);
     }
-    if (m_view->screen() != screen) {
-        m_view->setScreen(screen);
+    if (m_traits.coverScreen) {
+        m_traits.coverScreen(*m_view, screen);
+    } else {
+        m_view->setGeometry(screen.geometry());
     }
-    if (m_view->geometry() != screen->geometry()) {
-        m_view->setGeometry(screen->geometry());
+    if (m_view->isVisible() && m_traits.cover == Cover::fullScreen) {
+        m_view->showFullScreen();
     }
-    m_geometryChanges = QObject::connect(screen, &QScreen::geometryChanged, m_view, [this] { followMainScreen(); });
 }
 
 void QtWindow::makeKeyAndOrderFront() {

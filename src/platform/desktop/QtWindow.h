@@ -5,7 +5,8 @@
 #include "platform/desktop/WindowTraits.h"
 
 #include <memory>
-#include <optional>
+
+class QScreen;
 
 namespace tapalong {
 
@@ -38,13 +39,11 @@ public:
 
 private:
     void show();
-    void followMainScreen();
+    void cover(QScreen& screen);
 
     const WindowTraits m_traits;
     HostQuickView* const m_view; ///< deleted on a later turn: a window may go from inside one of its own events
     std::shared_ptr<HostedView> m_content;
-    QMetaObject::Connection m_screenChanges;
-    QMetaObject::Connection m_geometryChanges;
     int m_level = 0;
     bool m_coversMainScreen = false;
 };

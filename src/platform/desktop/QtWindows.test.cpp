@@ -1,5 +1,6 @@
 #include "platform/desktop/QtWindows.h"
 
+#include "platform/NotificationCenter.h"
 #include "platform/desktop/DesktopTest.test.h"
 #include "platform/desktop/QtApplication.h"
 #include "platform/desktop/QtScreens.h"
@@ -54,7 +55,7 @@ protected:
     }
 
     [[nodiscard]] std::shared_ptr<Window> makeSessionWindow() {
-        const auto frame = QtScreens([] { return std::nullopt; }).mainScreenFrame().value();
+        const auto frame = QtScreens(notices, {}).mainScreenFrame().value();
         auto window = windows.makeWindow(frame, StyleMask::borderless, BackingStore::buffered, false, responder);
         window->setContentView(sessionView);
         window->setLevel(screenSaverWindowLevel);
@@ -76,6 +77,7 @@ protected:
 
     [[nodiscard]] QQuickView& settingsWindow() const { return windows.frontWindow()->quickView(); }
 
+    NotificationCenter notices;
     std::vector<std::weak_ptr<HostedView>> contents;
     std::vector<QWindow*> keyboardTakenBy;
     QPointer<QWindow> borderless;
@@ -144,6 +146,45 @@ TEST_F(QtWindowsTest, SessionWindowCoversTheMainScreenOutOfTheWindowManagersReac
     EXPECT_EQ(sessionView->calls, "");
 }
 
+TEST_F(QtWindowsTest, WindowOfTheScreensSizeCoversItWithOrWithoutTheFractionOfAPoint) {
+    const auto window = makeSessionWindow();
+    const auto screen = QGuiApplication::primaryScreen()->geometry();
+    window->setFrame({0, 0, 200, 100}, true);
+    EXPECT_EQ(borderless->geometry(), QRect(screen.x(), screen.y() + screen.height() - 100, 200, 100));
+    for (const double fraction : {-0.5, 0.43, 0.5}) {
+        window->setFrame({0, 0, screen.width() + fraction, screen.height() - fraction}, true);
+        EXPECT_EQ(borderless->geometry(), screen) << fraction;
+        window->setFrame({0, 0, 200, 100}, true);
+    }
+}
+
+TEST_F(QtWindowsTest, HowAScreenIsCoveredIsTheDisplaySystemsMatter) {
+    auto described = traits();
+    std::vector<const QScreen*> covered;
+    described.coverScreen = [&covered](QWindow& window, const QScreen& screen) {
+        covered.push_back(&screen);
+        window.setGeometry(1, 2, 3, 4);
+    };
+    QtWindows others(described);
+    const auto frame = QtScreens(notices, {}).mainScreenFrame().value();
+    const auto window = others.makeWindow(frame, StyleMask::borderless, BackingStore::buffered, false, responder);
+    window->setFrame(frame, true);
+    EXPECT_EQ(covered, std::vector<const QScreen*>(2, QGuiApplication::primaryScreen()));
+    EXPECT_EQ(borderless->geometry(), QRect(1, 2, 3, 4));
+}
+
+TEST_F(QtWindowsTest, AFullScreenWindowOfTheCompositorIsOneAlsoOnAScreenThatAppearsLater) {
+    auto described = traits();
+    described.cover = Cover::fullScreen;
+    QtWindows others(described);
+    const auto window =
+        others.makeWindow({0, 0, 200, 100}, StyleMask::borderless, BackingStore::buffered, false, responder);
+    window->makeKeyAndOrderFront();
+    EXPECT_EQ(borderless->visibility(), QWindow::Windowed);
+    window->setFrame(QtScreens(notices, {}).mainScreenFrame().value(), true);
+    EXPECT_EQ(borderless->visibility(), QWindow::FullScreen);
+}
+
 TEST_F(QtWindowsTest, SessionWindowComesUpWithTheKeyboardAndIgnoresCloseRequests) {
     const auto window = makeSessionWindow();
     window->makeKeyAndOrderFront();
@@ -203,12 +244,41 @@ TEST_F(QtWindowsTest, ActivationGivesTheKeyboardToTheWindowOfTheHighestLevel) {
 TEST_F(QtWindowsTest, PointsGrowUpwardsFromTheBottomLeftOfTheMainScreen) {
     const auto screen = QGuiApplication::primaryScreen()->geometry();
     std::optional<QPointF> pointer = QPointF(screen.topLeft()) + QPointF(10.5, 20);
-    const QtScreens screens([&] { return pointer; });
+    const QtScreens screens(notices, {.pointer = [&] { return pointer; }});
     EXPECT_EQ(screens.mainScreenFrame(), (Rect{0, 0, 1.0 * screen.width(), 1.0 * screen.height()}));
     EXPECT_EQ(screens.mouseLocation(), (Point{10.5, screen.height() - 20.0}));
     pointer.reset();
     EXPECT_FALSE(screens.mainScreenFrame()->contains(screens.mouseLocation()));
     EXPECT_EQ(QtScreens::toQt({0, 0, 100, 50}), QRect(screen.x(), screen.y() + screen.height() - 50, 100, 50));
+}
+
+TEST_F(QtWindowsTest, PointsHaveTheFractionThatTheToolkitRoundsAway) {
+    const auto screen = QGuiApplication::primaryScreen()->geometry();
+    const QSizeF exact(screen.width() - 0.25, screen.height() + 0.5);
+    const QPointF lastPixel(screen.x() + exact.width() - 0.5, screen.y());
+    const QtScreens screens(notices,
+                            {.pointer = [&] { return lastPixel; }, .size = [&](const QScreen&) { return exact; }});
+    EXPECT_EQ(screens.mainScreenFrame(), (Rect{0, 0, exact.width(), exact.height()}));
+    EXPECT_EQ(screens.mouseLocation(), (Point{exact.width() - 0.5, exact.height()}));
+    EXPECT_TRUE(screens.mainScreenFrame()->contains(screens.mouseLocation()));
+}
+
+TEST_F(QtWindowsTest, EveryChangeOfTheMainScreenIsSaid) {
+    int said = 0;
+    const auto observer = notices.addObserver(screenParametersChangedNotification, [&said] { ++said; });
+    auto* const screen = QGuiApplication::primaryScreen();
+    {
+        const QtScreens screens(notices, {});
+        emit screen->geometryChanged(screen->geometry());
+        EXPECT_EQ(said, 1);
+        emit qGuiApp->primaryScreenChanged(nullptr);
+        EXPECT_EQ(said, 2);
+        emit screen->geometryChanged(screen->geometry());
+        EXPECT_EQ(said, 3) << "watched once, not once for each change";
+    }
+    emit screen->geometryChanged(screen->geometry());
+    EXPECT_EQ(said, 3);
+    notices.removeObserver(observer);
 }
 
 } // namespace

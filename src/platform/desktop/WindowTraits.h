@@ -8,6 +8,7 @@
 
 class QKeyEvent;
 class QQuickView;
+class QScreen;
 class QWindow;
 
 namespace tapalong {
@@ -27,6 +28,9 @@ enum class Cover : std::uint8_t {
 struct WindowTraits {
     ContentFactory makeContent;
     Cover cover = Cover::unmanaged;
+    /// Gives a borderless window the place and size at which it hides every pixel of the screen that it is on, and none
+    /// of another's. Without it, the screen's geometry.
+    std::function<void(QWindow&, const QScreen&)> coverScreen;
     /// Gives a shown window the keyboard.
     std::function<void(QWindow&)> takeKeyboard;
     /// A borderless window has been made and is not shown yet.

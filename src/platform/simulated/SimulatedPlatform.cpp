@@ -28,6 +28,11 @@ Platform SimulatedPlatform::platform(bool withApplication) {
             .windows = desktop};
 }
 
+void SimulatedPlatform::setMainScreen(std::optional<Rect> frame) {
+    desktop.mainScreen = frame;
+    notificationCenter.post(screenParametersChangedNotification);
+}
+
 InputEvent keyEvent(std::int64_t keyCode, ModifierFlags flags, std::optional<std::string> text, EventType type) {
     return {.type = type, .keyCode = keyCode, .modifierFlags = flags, .characters = [text = std::move(text)] {
                 return text;

@@ -35,6 +35,9 @@ public:
     SimulatedNotices notices;
     SimulatedInputLimits inputLimits;
 
+    /// The main screen becomes another one, gets another frame, or goes.
+    void setMainScreen(std::optional<Rect> frame);
+
     /// Sends a key event to whoever has the keyboard, without letting posted work run.
     SimulatedInput::Receiver send(const InputEvent& event) { return input.deliver(event, desktop.active); }
 };

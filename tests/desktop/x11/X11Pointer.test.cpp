@@ -2,6 +2,7 @@
 
 #include "desktop/support/XClient.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11ScreenPixels.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -19,7 +20,7 @@ TEST(X11Pointer, FollowsThePointerToEveryCornerAsTheToolkitWould) {
                                screen.center(), QPoint(17, 4)}) {
         hand.movePointer(static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()));
         hand.sync();
-        EXPECT_EQ(pointerPosition(connection), QPointF(place));
+        EXPECT_EQ(pointerPosition(connection, X11ScreenPixels(connection)), QPointF(place));
         EXPECT_EQ(QCursor::pos(), place);
     }
 }

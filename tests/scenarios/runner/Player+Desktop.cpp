@@ -142,16 +142,15 @@ void Player::front(Words& words) {
 }
 
 void Player::screen(Words& words) {
-    auto& frame = application().platform.desktop.mainScreen;
     const auto first = words.next("x, y, width and height, or none");
     if (first == "none") {
-        frame.reset();
+        application().platform.setMainScreen(std::nullopt);
         return;
     }
     const double x = toNumber(first);
     const double y = words.nextNumber("y");
     const double width = words.nextNumber("the width");
-    frame = Rect{x, y, width, words.nextNumber("the height")};
+    application().platform.setMainScreen(Rect{x, y, width, words.nextNumber("the height")});
 }
 
 void Player::appearance(Words& words) {

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11Pointer.h"
 
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11ScreenPixels.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -16,23 +17,20 @@ QPointF inPointsOf(const QScreen& screen, QPointF pixel) {
     return corner + (pixel - corner) / screen.devicePixelRatio();
 }
 
-QPointF inPoints(QPointF pixel) {
+QPointF inPoints(QPoint pixel, const X11ScreenPixels& pixels) {
     for (const auto* const screen : QGuiApplication::screens()) {
-        const QPointF point = inPointsOf(*screen, pixel);
-        const QRect area = screen->geometry();
-        if (point.x() >= area.x() && point.y() >= area.y() && point.x() < area.x() + area.width() &&
-            point.y() < area.y() + area.height()) {
-            return point;
+        if (pixels.of(*screen).contains(pixel)) {
+            return inPointsOf(*screen, pixel);
         }
     }
-    // Rounding can leave the last pixels of a screen out of its size in points.
+    // Where no screen is: while one is going, say.
     const auto* const mainScreen = QGuiApplication::primaryScreen();
     return mainScreen != nullptr ? inPointsOf(*mainScreen, pixel) : pixel;
 }
 
 } // namespace
 
-std::optional<QPointF> pointerPosition(const X11Connection& connection) {
+std::optional<QPointF> pointerPosition(const X11Connection& connection, const X11ScreenPixels& screens) {
     if (!connection.isUsable()) {
         return QCursor::pos();
     }
@@ -41,7 +39,7 @@ std::optional<QPointF> pointerPosition(const X11Connection& connection) {
     if (!pointer || pointer->same_screen == 0) {
         return std::nullopt;
     }
-    return inPoints(QPointF(pointer->root_x, pointer->root_y));
+    return inPoints(QPoint(pointer->root_x, pointer->root_y), screens);
 }
 
 } // namespace tapalong
