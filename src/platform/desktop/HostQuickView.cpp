@@ -13,6 +13,9 @@ HostQuickView::HostQuickView(QQmlEngine& engine, Callbacks callbacks)
 }
 
 bool HostQuickView::event(QEvent* event) {
+    if (event->isPointerEvent() && m_callbacks.isBehind && m_callbacks.isBehind()) {
+        return true;
+    }
     if (event->type() == QEvent::MouseButtonPress && !isActive()) {
         if (const auto pressed = m_callbacks.pressedWhileInactive) {
             pressed();

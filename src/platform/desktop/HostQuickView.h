@@ -14,6 +14,7 @@ public:
     struct Callbacks {
         std::function<void()> closeRequested{};
         std::function<void(const QKeyEvent&)> unhandledKey{};
+        std::function<bool()> isBehind{};             ///< whether a window before this one keeps the pointer from it
         std::function<void()> pressedWhileInactive{}; ///< a mouse button went down, and another window has the keyboard
     };
 

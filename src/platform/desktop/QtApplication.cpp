@@ -8,8 +8,7 @@
 
 namespace tapalong {
 
-QtApplication::QtApplication(const QtWindows& windows, const AppearanceSource& appearance,
-                             TerminationGuard& terminationGuard)
+QtApplication::QtApplication(QtWindows& windows, const AppearanceSource& appearance, TerminationGuard& terminationGuard)
     : m_windows(windows), m_appearance(appearance), m_terminationGuard(terminationGuard) {}
 
 bool QtApplication::isActive() const {
@@ -25,6 +24,7 @@ void QtApplication::activateIgnoringOtherApps() {
 
 void QtApplication::setPresentationOptions(PresentationOptions options) {
     m_presentationOptions = options;
+    m_windows.setOnlyFrontTakesPointer((options & Presentation::disableProcessSwitching) != 0);
     disablesSessionTermination() ? m_terminationGuard.hold() : m_terminationGuard.release();
 }
 

@@ -12,12 +12,12 @@ class TerminationGuard;
 /// This process as the desktop sees it. The arguments outlive it.
 class QtApplication final : public Application {
 public:
-    QtApplication(const QtWindows& windows, const AppearanceSource& appearance, TerminationGuard& terminationGuard);
+    QtApplication(QtWindows& windows, const AppearanceSource& appearance, TerminationGuard& terminationGuard);
 
     [[nodiscard]] bool isActive() const override;
     void activateIgnoringOtherApps() override;
     /// Of the options, what the session's window does not do by itself: while the session's termination is disabled, a
-    /// log-out is refused and the guard holds.
+    /// log-out is refused and the guard holds; while the switching of processes is, no other window of ours takes clicks.
     void setPresentationOptions(PresentationOptions options) override;
     [[nodiscard]] std::optional<Appearance> effectiveAppearance() const override;
 
@@ -26,7 +26,7 @@ public:
 private:
     [[nodiscard]] bool disablesSessionTermination() const;
 
-    const QtWindows& m_windows;
+    QtWindows& m_windows;
     const AppearanceSource& m_appearance;
     TerminationGuard& m_terminationGuard;
     PresentationOptions m_presentationOptions = Presentation::none;

@@ -108,8 +108,11 @@ std::vector<std::shared_ptr<Window>> QtWindows::windows() const {
 void QtWindows::openScene(const Scene& scene, std::function<bool()> quitsWithLastWindow) {
     verify(!m_scene, "the declared window opens once");
     m_quitsWithLastWindow = std::move(quitsWithLastWindow);
-    m_scene = std::make_shared<QtWindow>(m_engine, m_traits,
-                                         HostQuickView::Callbacks{.closeRequested = [this] { sceneAskedToClose(); }});
+    m_scene = std::make_shared<QtWindow>(
+        m_engine, m_traits,
+        HostQuickView::Callbacks{
+            .closeRequested = [this] { sceneAskedToClose(); },
+            .isBehind = [this] { return m_onlyFrontTakesPointer && frontWindow() != m_scene.get(); }});
     m_windows.push_back(m_scene);
     auto& view = m_scene->quickView();
     view.setTitle(QString::fromStdString(scene.title));

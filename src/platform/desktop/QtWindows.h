@@ -31,6 +31,9 @@ public:
     /// Takes the declared window away for good, before what it shows goes.
     void removeScene();
 
+    /// Whether the pointer acts on the front window only: another one may lie open on a second screen.
+    void setOnlyFrontTakesPointer(bool only) { m_onlyFrontTakesPointer = only; }
+
     /// The window that should have the keyboard: the visible one of the highest level, the newest among equals. Null
     /// while none is visible.
     [[nodiscard]] QtWindow* frontWindow() const;
@@ -44,6 +47,7 @@ private:
     std::vector<std::weak_ptr<QtWindow>> m_windows;
     std::shared_ptr<QtWindow> m_scene;
     std::function<bool()> m_quitsWithLastWindow;
+    bool m_onlyFrontTakesPointer = false;
 };
 
 } // namespace tapalong

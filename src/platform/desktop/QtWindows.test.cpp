@@ -35,13 +35,20 @@ struct RecordingResponder final : WindowResponder {
     int flagChanges = 0;
 };
 
+struct ClickCounter final : QQuickItem {
+    ClickCounter() { setAcceptedMouseButtons(Qt::AllButtons); }
+    void mousePressEvent(QMouseEvent*) override { ++clicks; }
+
+    int clicks = 0;
+};
+
 class QtWindowsTest : public DesktopTest {
 protected:
     [[nodiscard]] WindowTraits traits() {
         WindowTraits result;
         result.makeContent = [this](QQuickView& window, const std::shared_ptr<HostedView>& view) {
             contents.emplace_back(view);
-            auto* const root = new QQuickItem;
+            auto* const root = new ClickCounter;
             root->setImplicitHeight(contentHeight);
             window.setContent({}, nullptr, root);
         };
@@ -73,6 +80,16 @@ protected:
                               ++timesAsked;
                               return false;
                           });
+    }
+
+    /// What the window's content has seen of it.
+    static int clicksAfterOneIn(QQuickView& window) {
+        const QPointF place(50, 50);
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent click(type, place, window.mapToGlobal(place), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&window, &click);
+        }
+        return static_cast<ClickCounter*>(window.rootObject())->clicks;
     }
 
     [[nodiscard]] QQuickView& settingsWindow() const { return windows.frontWindow()->quickView(); }
@@ -183,6 +200,24 @@ TEST_F(QtWindowsTest, AFullScreenWindowOfTheCompositorIsOneAlsoOnAScreenThatAppe
     EXPECT_EQ(borderless->visibility(), QWindow::Windowed);
     window->setFrame(QtScreens(notices, {}).mainScreenFrame().value(), true);
     EXPECT_EQ(borderless->visibility(), QWindow::FullScreen);
+}
+
+TEST_F(QtWindowsTest, WindowBehindTakesClicksExceptInLockdown) {
+    openSettings();
+    auto& settings = settingsWindow();
+    const LightDesktop light;
+    RecordingGuard guard;
+    QtApplication application(windows, light, guard);
+    const auto session = makeSessionWindow();
+    session->makeKeyAndOrderFront();
+    EXPECT_EQ(clicksAfterOneIn(settings), 1);
+    application.setPresentationOptions(Presentation::lockdown);
+    EXPECT_EQ(clicksAfterOneIn(settings), 1) << "it may lie on a second screen, where the child can reach it";
+    session->orderOut();
+    EXPECT_EQ(clicksAfterOneIn(settings), 2) << "no window is in front of it";
+    session->makeKeyAndOrderFront();
+    application.setPresentationOptions(Presentation::none);
+    EXPECT_EQ(clicksAfterOneIn(settings), 3);
 }
 
 TEST_F(QtWindowsTest, SessionWindowComesUpWithTheKeyboardAndIgnoresCloseRequests) {
