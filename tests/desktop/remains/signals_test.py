@@ -5,7 +5,7 @@ import unittest
 
 import fault_point as kinds
 from faults import Campaign, is_long, reach
-from stage import SETTINGS, UNLOCKED, Stage, wait_until
+from stage import LOCKED, SETTINGS, UNLOCKED, Stage, wait_until
 
 SIGNALS = (("SIGTERM", kinds.TERMINATE), ("SIGINT", kinds.INTERRUPT), ("SIGHUP", kinds.HANG_UP))
 
@@ -29,8 +29,9 @@ class Signals(unittest.TestCase):
         time.sleep(0.05)  # the threads that read its words are ours, and may be a little behind
         if program.process.returncode != 0:
             left.append(f"it ended with {program.process.returncode}, saying {program.errors}")
-        if UNLOCKED not in program.lines:
-            left.append(f"no end of the session among its lines: {program.lines}")
+        # At the first steps the keys that ask for a session have come, and the session has not begun.
+        if LOCKED in program.lines and UNLOCKED not in program.lines:
+            left.append(f"a session that did not end, by its lines: {program.lines}")
         with open(stage.desktop.settings_file, encoding="utf-8") as file:
             if json.load(file) != SETTINGS:
                 left.append("the settings changed")
