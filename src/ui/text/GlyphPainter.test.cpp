@@ -42,14 +42,13 @@ int steepestEdge(const QImage& image) {
 double errorOf(const QImage& small, const QImage& large) {
     const double across = static_cast<double>(large.width()) / small.width();
     const double down = static_cast<double>(large.height()) / small.height();
-    std::vector<double> sums(static_cast<std::size_t>(small.width() * small.height()));
+    std::vector<double> sums(static_cast<std::size_t>(small.width()) * static_cast<std::size_t>(small.height()));
     std::vector<int> counts(sums.size());
     for (int y = 0; y < large.height(); ++y) {
         for (int x = 0; x < large.width(); ++x) {
-            const auto at =
-                static_cast<std::size_t>(static_cast<int>(y / down) * small.width() + static_cast<int>(x / across));
-            sums[at] += qAlpha(large.pixel(x, y));
-            ++counts[at];
+            const int at = static_cast<int>(y / down) * small.width() + static_cast<int>(x / across);
+            sums[static_cast<std::size_t>(at)] += qAlpha(large.pixel(x, y));
+            ++counts[static_cast<std::size_t>(at)];
         }
     }
     double error = 0;

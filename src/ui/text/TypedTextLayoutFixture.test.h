@@ -54,9 +54,10 @@ inline testing::AssertionResult sameLine(TypedTextLayout& actual, std::size_t in
     const auto shape = actual.shaped(index);
     const auto expectedShape = expected.shaped(expectedIndex);
     if (shape->cursorX != expectedShape->cursorX || shape->pieces.size() != expectedShape->pieces.size()) {
-        return testing::AssertionFailure() << "line " << expectedIndex << " has other pieces: " << shape->pieces.size() << " and the cursor at "
-                                           << shape->cursorX.value_or(-1) << ", not " << expectedShape->pieces.size()
-                                           << " and " << expectedShape->cursorX.value_or(-1);
+        return testing::AssertionFailure()
+               << "line " << expectedIndex << " has other pieces: " << shape->pieces.size() << " and the cursor at "
+               << shape->cursorX.value_or(-1) << ", not " << expectedShape->pieces.size() << " and "
+               << expectedShape->cursorX.value_or(-1);
     }
     for (std::size_t k = 0; k < shape->pieces.size(); ++k) {
         if (shape->pieces[k].x != expectedShape->pieces[k].x || shape->pieces[k].key != expectedShape->pieces[k].key) {
