@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
+#include <string>
 
 namespace tapalong {
 
@@ -34,14 +36,21 @@ bool hasGraphicsCard() {
         return false;
     }
     const auto* const text = context.functions()->glGetString(GL_RENDERER);
-    const auto renderer = QByteArray(reinterpret_cast<const char*>(text)).toLower(); // NOLINT: bytes by another name
+    const QByteArray renderer(reinterpret_cast<const char*>(text)); // NOLINT: bytes by another name
     context.doneCurrent();
-    constexpr std::array standIns{"llvmpipe", "softpipe", "swrast", "software"};
-    return !renderer.isEmpty() && std::none_of(standIns.begin(), standIns.end(),
-                                               [&renderer](const char* name) { return renderer.contains(name); });
+    return isGraphicsCard({renderer.constData(), static_cast<std::size_t>(renderer.size())});
 }
 
 } // namespace
+
+bool isGraphicsCard(std::string_view openGlRenderer) {
+    constexpr std::array standIns{"llvmpipe", "softpipe", "swrast", "swiftshader", "software"};
+    std::string name(openGlRenderer);
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+    return !name.empty() && std::none_of(standIns.begin(), standIns.end(), [&name](const char* standIn) {
+        return name.find(standIn) != std::string::npos;
+    });
+}
 
 void chooseRenderer() {
     // The device first: starting OpenGL only to find none takes longer than the rest of the start.
