@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -42,6 +43,13 @@ void outliveReaders() {
     }
 }
 
+/// Large blocks, pictures all of them, go back to the system when they are freed. By itself the allocator would keep
+/// them from the first one on, and lay what stays among what goes.
+void returnLargeBlocks() {
+    constexpr int large = 128 * 1024; // bytes; where the allocator begins, too
+    (void)mallopt(M_MMAP_THRESHOLD, large);
+}
+
 void prepareToolkit() {
     // Else each key waits five milliseconds before it is drawn.
     if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME")) {
@@ -62,6 +70,7 @@ int main(int argc, char* argv[]) {
         return EXIT_FAILURE;
     }
     dumpNoMemory();
+    returnLargeBlocks();
     prepareToolkit();
     QGuiApplication toolkit(argc, argv);
     tapalong::chooseRenderer();

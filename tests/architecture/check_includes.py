@@ -27,7 +27,8 @@ LIBRARIES = {
     "Qt": ["Q[A-Za-z]*", "qpa/*"],
     "X11": ["xcb/*", "xkbcommon/*"],
     "sound": ["pulse/*", "sndfile.h"],
-    "POSIX": ["unistd.h", "fcntl.h", "poll.h", "signal.h", "spawn.h", "pwd.h", "errno.h", "dlfcn.h", "sys/*.h", "linux/*.h"],
+    "POSIX": ["unistd.h", "fcntl.h", "poll.h", "signal.h", "spawn.h", "pwd.h", "errno.h", "dlfcn.h", "malloc.h",
+              "sys/*.h", "linux/*.h"],
     "test": ["gtest/*", "gmock/*"],
 }
 

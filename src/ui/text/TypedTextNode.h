@@ -34,8 +34,9 @@ public:
         QRectF viewport{}; ///< empty where it is not known
     };
 
-    /// Bytes of pictures that are kept beyond those on the screen.
-    static constexpr std::size_t cacheBound = 6U << 20U;
+    /// Bytes of pictures that are kept, on the screen or not: at the usual sizes the letters in all their colours, and
+    /// the emoji of the last while.
+    static constexpr std::size_t cacheBound = 4U << 20U;
 
     TypedTextNode();
 
