@@ -1,7 +1,8 @@
 // A child that leans on the keyboard: ten keys held down, and thirty more a second. Prints a line for each period, by
-// which one sees whether anything queues up or grows.
+// which one sees whether anything queues up or grows. Before that the text is filled beyond its limit, with each key in
+// each colour: text and pictures that are still wanting would look like a leak.
 //
-// usage: held_keys PROCESS PERIODS SECONDS
+// usage: held_keys PROCESS LIMIT PERIODS SECONDS
 
 #include "Costs.h"
 #include "Process.h"
@@ -27,6 +28,20 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 constexpr std::array<std::uint8_t, 10> held{KEY_A, KEY_S, KEY_D, KEY_F, KEY_G, KEY_H, KEY_J, KEY_K, KEY_L, KEY_B};
 constexpr std::array<std::uint8_t, 8> typed{KEY_Q, KEY_W, KEY_E, KEY_R, KEY_T, KEY_Y, KEY_U, KEY_SPACE};
 constexpr auto pace = std::chrono::nanoseconds(1s) / 30;
+
+void fill(const std::string& process, std::size_t limit) {
+    TestKeyboard keyboard;
+    std::vector<std::uint8_t> keys(held.begin(), held.end());
+    keys.insert(keys.end(), typed.begin(), typed.end());
+    for (std::size_t i = 0; i < limit + limit / 10; ++i) {
+        // One further each time: the colours recur with the keys.
+        keyboard.tap(keys.at((i + i / keys.size()) % keys.size()));
+        if (i % keys.size() == 0) {
+            std::this_thread::sleep_for(20ms);
+        }
+    }
+    waitForRest(process);
+}
 
 /// Milliseconds that the process goes on working after the last key: what had queued up.
 double untilRest(const std::string& process) {
@@ -98,13 +113,13 @@ private:
 } // namespace tapalong::bench
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        std::fputs("usage: held_keys PROCESS PERIODS SECONDS\n", stderr);
+    if (argc != 5) {
+        std::fputs("usage: held_keys PROCESS LIMIT PERIODS SECONDS\n", stderr);
         return EXIT_FAILURE;
     }
-    tapalong::bench::Period period(argv[1], std::chrono::seconds(std::stoul(argv[3])));
-    std::printf("period     keys  median ms  95 in 100   slowest ms  work after ms   CPU %%  resident MiB\n");
-    for (std::size_t number = 1; number <= std::stoul(argv[2]); ++number) {
+    tapalong::bench::Period period(argv[1], std::chrono::seconds(std::stoul(argv[4])));
+    tapalong::bench::fill(argv[1], std::stoul(argv[2]));
+    for (std::size_t number = 1; number <= std::stoul(argv[3]); ++number) {
         period.run(number);
     }
     return EXIT_SUCCESS;

@@ -1,7 +1,9 @@
-// Types into the session that has the keyboard of this display, and prints what a key costs the program there: CPU time
-// of all its threads, from the key to rest, at each of the given lengths of text, and then where the text is cut.
+// Types into sessions, each of which has the keyboard of a display of its own, and prints what a key costs the program
+// there: CPU time of all its threads, from the key to rest, at the length that the session's text was given, and then
+// where the last one's is cut. The sessions are measured in turn, a few keys each: what else the machine does then
+// falls on all alike.
 //
-// usage: key_cost PROCESS LIMIT LENGTH...
+// usage: key_cost LIMIT (PROCESS DISPLAY LENGTH)...
 
 #include "Costs.h"
 #include "Process.h"
@@ -11,23 +13,57 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <random>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace tapalong::bench {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t warmUp = 20;
-constexpr std::size_t measured = 200;
+constexpr std::size_t rounds = 10;
+constexpr std::size_t keysOfRound = 20; ///< after as many that are not measured, in the first round
 constexpr std::size_t aroundCut = 6;
 constexpr auto untilRest = 40ms; ///< long enough for the dearest key, short enough for a table in a few minutes
 
-/// One character per key: one in ten an emoji (the Shift key types one), one in nine a blank, else a letter.
-class Typist {
+class Session {
 public:
+    Session(std::string process, const char* display, std::size_t length)
+        : m_process(std::move(process)), m_keyboard(display), m_length(length) {}
+
+    [[nodiscard]] std::size_t length() const { return m_length; }
+    [[nodiscard]] double memory() const { return residentMebibytes(m_process); }
+    [[nodiscard]] Costs costs() const { return costsOf(m_samples); }
+
+    /// At a pace that is no child's, until the text is so long.
+    void fill(std::size_t length) {
+        while (m_typed < length) {
+            type();
+            if (m_typed % 20 == 0) {
+                std::this_thread::sleep_for(20ms);
+            }
+        }
+        waitForRest(m_process);
+    }
+
+    void measure(std::size_t keys) {
+        double before = cpuMilliseconds(m_process);
+        for (std::size_t i = 0; i < keys; ++i) {
+            type();
+            std::this_thread::sleep_for(untilRest);
+            const double now = cpuMilliseconds(m_process);
+            m_samples.push_back(now - before);
+            before = now;
+        }
+    }
+
+    void forgetCosts() { m_samples.clear(); }
+
+private:
+    /// One character per key: one in ten an emoji (the Shift key types one), one in nine a blank, else a letter.
     void type() {
         constexpr std::uint8_t shift = 42;
         constexpr std::uint8_t space = 57;
@@ -38,86 +74,64 @@ public:
         ++m_typed;
     }
 
-    /// At a pace that is no child's, until the text is so long.
-    void fill(std::size_t length) {
-        while (m_typed < length) {
-            type();
-            if (m_typed % 20 == 0) {
-                std::this_thread::sleep_for(20ms);
-            }
-        }
-    }
-
-private:
+    const std::string m_process;
     TestKeyboard m_keyboard;
+    const std::size_t m_length;
     std::mt19937 m_random{7}; // NOLINT(cert-msc51-cpp): the same text in every run
     std::size_t m_typed = 0;
+    std::vector<double> m_samples;
 };
 
-void waitForRest(const std::string& process) {
-    constexpr double blinking = 5; // CPU milliseconds that are no work left over
-    double spent = 0;
-    do {
-        const double before = cpuMilliseconds(process);
-        std::this_thread::sleep_for(300ms);
-        spent = cpuMilliseconds(process) - before;
-    } while (spent > blinking);
-}
+using Sessions = std::vector<std::unique_ptr<Session>>;
 
-Costs measure(Typist& typist, const std::string& process, std::size_t unmeasured, std::size_t keys) {
-    std::vector<double> samples;
-    double before = cpuMilliseconds(process);
-    for (std::size_t i = 0; i < unmeasured + keys; ++i) {
-        typist.type();
-        std::this_thread::sleep_for(untilRest);
-        const double now = cpuMilliseconds(process);
-        if (i >= unmeasured) {
-            samples.push_back(now - before);
+void measureInTurn(const Sessions& sessions) {
+    for (const auto& session : sessions) {
+        session->fill(session->length());
+        session->measure(keysOfRound);
+        session->forgetCosts();
+    }
+    for (std::size_t round = 0; round < rounds; ++round) {
+        for (const auto& session : sessions) {
+            session->measure(keysOfRound);
         }
-        before = now;
     }
-    return costsOf(std::move(samples));
-}
-
-/// The dearest of the keys around the one that passes the limit.
-double measureCut(Typist& typist, const std::string& process, std::size_t limit) {
-    typist.fill(limit - aroundCut);
-    waitForRest(process);
-    return measure(typist, process, 0, 2 * aroundCut).dearest;
-}
-
-void run(const std::string& process, std::size_t limit, const std::vector<std::size_t>& lengths) {
-    Typist typist;
-    std::vector<double> medians;
-    std::vector<double> memory;
     printCostsHeader();
-    for (const std::size_t length : lengths) {
-        typist.fill(length);
-        waitForRest(process);
-        const Costs costs = measure(typist, process, warmUp, measured);
-        printCosts("the program in a session", length, measured, costs);
-        medians.push_back(costs.median);
-        memory.push_back(residentMebibytes(process));
+    for (const auto& session : sessions) {
+        printCosts("the program in a session", session->length(), rounds * keysOfRound, session->costs());
     }
-    std::printf("key at %zu / key at %zu %33.2f\n", lengths.back(), lengths.front(), medians.back() / medians.front());
-    std::printf("memory of the program, MiB, at %zu: %.1f, at %zu: %.1f\n", lengths.front(), memory.front(),
-                lengths.back(), memory.back());
-    const double cut = measureCut(typist, process, limit);
-    std::printf("the key that cuts the text at %zu, ms: %.2f, in keys: %.1f\n", limit, cut, cut / medians.back());
+}
+
+void run(std::size_t limit, const Sessions& sessions) {
+    const Session& shortest = *sessions.front();
+    Session& longest = *sessions.back();
+    longest.fill(shortest.length());
+    const double memory = longest.memory();
+    measureInTurn(sessions);
+    const double key = longest.costs().median;
+    std::printf("key at the last / first length: %.2f\n", key / shortest.costs().median);
+    std::printf("memory at %zu characters, MiB: %.1f\n", shortest.length(), memory);
+    std::printf("memory at %zu characters, MiB: %.1f\n", longest.length(), longest.memory());
+    longest.fill(limit - aroundCut);
+    longest.forgetCosts();
+    longest.measure(2 * aroundCut); // the key that passes the limit is the dearest of these
+    const double cut = longest.costs().dearest;
+    std::printf("the key that cuts the text at %zu, ms: %.2f\n", limit, cut);
+    std::printf("the key that cuts the text, in keys: %.1f\n", cut / key);
 }
 
 } // namespace
 } // namespace tapalong::bench
 
 int main(int argc, char** argv) {
-    if (argc < 4) {
-        std::fputs("usage: key_cost PROCESS LIMIT LENGTH...\n", stderr);
+    constexpr int argumentsOfSession = 3;
+    if (argc < 2 + argumentsOfSession || (argc - 2) % argumentsOfSession != 0) {
+        std::fputs("usage: key_cost LIMIT (PROCESS DISPLAY LENGTH)...\n", stderr);
         return EXIT_FAILURE;
     }
-    std::vector<std::size_t> lengths;
-    for (int i = 3; i < argc; ++i) {
-        lengths.push_back(std::stoul(argv[i]));
+    tapalong::bench::Sessions sessions;
+    for (int i = 2; i < argc; i += argumentsOfSession) {
+        sessions.push_back(std::make_unique<tapalong::bench::Session>(argv[i], argv[i + 1], std::stoul(argv[i + 2])));
     }
-    tapalong::bench::run(argv[1], std::stoul(argv[2]), lengths);
+    tapalong::bench::run(std::stoul(argv[1]), sessions);
     return EXIT_SUCCESS;
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 namespace tapalong::bench {
 
@@ -23,6 +25,16 @@ inline double cpuMilliseconds(const std::string& process) {
         total += nanoseconds / 1e6;
     }
     return total;
+}
+
+inline void waitForRest(const std::string& process) {
+    constexpr double blinking = 5; // CPU milliseconds that are no work left over
+    double spent = 0;
+    do {
+        const double before = cpuMilliseconds(process);
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        spent = cpuMilliseconds(process) - before;
+    } while (spent > blinking);
 }
 
 inline double residentMebibytes(const std::string& process) {

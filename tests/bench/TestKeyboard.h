@@ -10,11 +10,11 @@
 
 namespace tapalong::bench {
 
-/// Another program on the display of DISPLAY that presses keys through the server's test extension.
+/// Another program on a display that presses keys through the server's test extension.
 class TestKeyboard {
 public:
-    /// Ends the program when there is no display: nothing can be measured then.
-    TestKeyboard() : m_xcb(xcb_connect(nullptr, nullptr), &xcb_disconnect) {
+    /// That of DISPLAY by itself. Ends the program when there is no display: nothing can be measured then.
+    explicit TestKeyboard(const char* display = nullptr) : m_xcb(xcb_connect(display, nullptr), &xcb_disconnect) {
         if (xcb_connection_has_error(m_xcb.get()) != 0) {
             std::fputs("no display\n", stderr);
             std::exit(EXIT_FAILURE);

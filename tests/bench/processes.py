@@ -8,7 +8,8 @@ from rig.desktop import Desktop, wait_until  # noqa: E402  pylint: disable=wrong
 from rig.program import Program  # noqa: E402  pylint: disable=wrong-import-position
 
 __all__ = ["BARE_WINDOW", "Desktop", "FRAME_LOG", "PROGRAM", "Program", "SETTINGS", "SIZE", "cpu_seconds",
-           "frames", "is_frame", "measuring_program", "resident_mebibytes", "start_session", "wait_until", "wakeups"]
+           "frames", "goal", "is_frame", "measuring_program", "resident_mebibytes", "start_session", "wait_until",
+           "wakeups"]
 
 PROGRAM = os.environ["TAPALONG_PROGRAM"]
 
@@ -28,6 +29,15 @@ SETTINGS = {"exitPassword": "giraffe", "soundEnabled": False, "useTouchID": Fals
 # Both programs then write a line whenever a frame is on the screen; both wait for none before they draw.
 FRAME_LOG = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop=true", "QT_QPA_UPDATE_IDLE_TIME": "0"}
 FRAME_WORDS = "Frame rendered"
+
+
+def goal(what, figure, wanted):
+    """Prints a figure beside what it ought to be; ./bench shows them all once more at its end."""
+    line = f"{what:66} {figure:9.3f}   {wanted}"
+    print(line, flush=True)
+    if path := os.environ.get("TAPALONG_GOALS"):
+        with open(path, "a", encoding="utf-8") as file:
+            file.write(line + "\n")
 
 
 def is_frame(line):

@@ -4,7 +4,7 @@ import statistics
 import subprocess
 import time
 
-from processes import (BARE_WINDOW, FRAME_LOG, PROGRAM, SIZE, Desktop, cpu_seconds, is_frame,
+from processes import (BARE_WINDOW, FRAME_LOG, PROGRAM, SIZE, Desktop, cpu_seconds, goal, is_frame,
                        resident_mebibytes)
 
 STARTS = 15
@@ -41,6 +41,9 @@ def main():
         print(f"{each['name']:38}", *(f"{value:10.1f}" for value in each["row"]))
     for other in others:
         print(f"{'ratio to ' + other['name']:38}", *(f"{a / b:10.2f}" for a, b in zip(ours["row"], other["row"])))
+    bare = others[0]["row"]
+    goal("start to first frame, CPU, / bare window", ours["row"][1] / bare[1], "at most 2")
+    goal("memory at the first frame / bare window", ours["row"][2] / bare[2], "at most 1.5")
 
 
 if __name__ == "__main__":
