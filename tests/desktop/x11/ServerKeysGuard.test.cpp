@@ -229,7 +229,8 @@ TEST_F(ServerKeysGuardTest, GuardThatIsMissingAndComesIsStarted) {
 }
 
 TEST_F(ServerKeysGuardTest, GuardThatFailsAgainAndAgainIsNotStartedMoreOftenThanEveryTwoSeconds) {
-    for (const auto& [line, startsAtOnce] : {std::pair("exit 1", 1), std::pair("echo closed", 2)}) {
+    for (const auto& [line, count] : {std::pair("exit 1", 1), std::pair("echo closed", 2)}) {
+        const int startsAtOnce = count;
         const FakeGuard guard(line);
         ServerKeys keys(guard.program());
         keys.close();
