@@ -48,6 +48,10 @@ bool SessionView::showsLockdownNotice() const {
     return !m_settings.kioskMode.get() && m_sessionManager->typedContent().empty();
 }
 
+bool SessionView::scrollsBack() const {
+    return !m_settings.kioskMode.get();
+}
+
 bool SessionView::showsLockdownWarning() const {
     return m_sessionManager->isLockdownMissing();
 }

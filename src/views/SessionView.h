@@ -42,6 +42,9 @@ public:
     [[nodiscard]] bool showsLockdownNotice() const;
     /// The line that says that Lockdown Mode, though on, is not in force: the keyboard could not be had, or was lost.
     [[nodiscard]] bool showsLockdownWarning() const;
+    /// Whether the wheel moves the text: for a parent who looks back. A child in Lockdown Mode would only lose sight of
+    /// what it types.
+    [[nodiscard]] bool scrollsBack() const;
     /// The glow's centre in a view of that size, y growing downwards.
     [[nodiscard]] Point glowCentre(double width, double height) const;
 

@@ -136,6 +136,12 @@ TEST_F(SessionViewTest, WithLockdownOffTheNoticeGoesWithTheFirstCharacterAndRetu
     EXPECT_TRUE(view->showsLockdownNotice());
 }
 
+TEST_F(SessionViewTest, TheWheelIsForWhoeverLooksBackWithLockdownOff) {
+    EXPECT_TRUE(view->scrollsBack());
+    settings.kioskMode.set(true);
+    EXPECT_FALSE(view->scrollsBack());
+}
+
 TEST_F(SessionViewTest, TypingAndDeletingBothScrollToTheEnd) {
     pressAndLook(keyA);
     EXPECT_EQ(scrolls, 1);

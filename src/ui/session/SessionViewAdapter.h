@@ -23,6 +23,7 @@ class SessionViewAdapter final : public tapalong::ViewAdapter {
     VIEW_PROPERTY(QColor, backgroundColor, toQColor(m_view->settings().backgroundColor(), isDark()))
     VIEW_PROPERTY(bool, showsLockdownNotice, m_view->showsLockdownNotice())
     VIEW_PROPERTY(bool, showsLockdownWarning, m_view->showsLockdownWarning())
+    VIEW_PROPERTY(bool, scrollsBack, m_view->scrollsBack())
     // The glow's centre, in widths and heights of the window.
     VIEW_PROPERTY(double, glowX, m_view->glowCentre(1, 1).x)
     VIEW_PROPERTY(double, glowY, m_view->glowCentre(1, 1).y)

@@ -5,6 +5,9 @@
 #include "ui/Gui.test.h"
 #include "ui/controls/SecureField.h"
 
+#include <QTest>
+#include <QWheelEvent>
+
 #include <gtest/gtest.h>
 
 namespace tapalong {
@@ -61,6 +64,20 @@ struct SessionWindowTest : testing::Test {
         click(*gui.window, target->mapToScene({target->width() / 2, target->height() / 2}));
         turn();
     }
+    void fillTheScreen() {
+        for (int i = 0; i < 40; ++i) {
+            gui.desktop.send(simulated::keyEvent(36));
+        }
+        gui.desktop.time.drain();
+        turn();
+    }
+    void turnWheel(int notches) {
+        const QPointF position(600, 400);
+        QWheelEvent event(position, gui.window->mapToGlobal(position), {}, {0, notches * 120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(gui.window.get(), &event);
+        turn();
+    }
     bool active() { return gui.app.sessionManager().isSessionActive(); }
 
     Gui gui;
@@ -106,6 +123,49 @@ TEST_F(SessionWindowTest, TypingAndDeletingPastTheBottomKeepTheEndInSight) {
         EXPECT_EQ(bottom(), end());
     }
     EXPECT_LT(end(), longest);
+}
+
+TEST_F(SessionWindowTest, WheelScrollsBackAsFarAsThereIsTextAndAKeyGoesToTheEnd) {
+    fillTheScreen();
+    const auto y = [area = typingArea()] { return area->property("contentY").toDouble(); };
+    const double end = y();
+    ASSERT_GT(end, 500);
+    turnWheel(1);
+    EXPECT_LT(y(), end);
+    EXPECT_GT(y(), end - 500) << "a notch leaves lines in sight to go on from";
+    turnWheel(1000);
+    EXPECT_EQ(y(), 0);
+    turnWheel(-1000);
+    EXPECT_EQ(y(), end);
+    turnWheel(3);
+    typeKey("a");
+    EXPECT_EQ(y(), end);
+}
+
+TEST_F(SessionWindowTest, WheelMovesNothingInLockdown) {
+    gui.app.settings().kioskMode.set(true);
+    fillTheScreen();
+    const auto y = [area = typingArea()] { return area->property("contentY").toDouble(); };
+    const double end = y();
+    ASSERT_GT(end, 500);
+    turnWheel(3);
+    EXPECT_EQ(y(), end);
+}
+
+TEST_F(SessionWindowTest, DraggingMovesNothing) {
+    fillTheScreen();
+    const auto y = [area = typingArea()] { return area->property("contentY").toDouble(); };
+    const double end = y();
+    ASSERT_GT(end, 500);
+    QTest::mousePress(gui.window.get(), Qt::LeftButton, {}, {600, 100});
+    for (int at = 100; at <= 600; at += 20) {
+        QTest::mouseMove(gui.window.get(), {600, at});
+        turn();
+    }
+    EXPECT_EQ(y(), end) << "while the button is held";
+    QTest::mouseRelease(gui.window.get(), Qt::LeftButton, {}, {600, 600});
+    turn();
+    EXPECT_EQ(y(), end);
 }
 
 TEST_F(SessionWindowTest, WarningStandsBelowTheTextWhileLockdownIsMissing) {

@@ -14,19 +14,28 @@ Flickable {
         followsEnd = true;
         contentY = Math.max(0, contentHeight - height);
     }
+    function scrollBy(distance) {
+        contentY = Math.max(0, Math.min(contentY + distance, contentHeight - height));
+        followsEnd = atYEnd;
+    }
     function follow() {
-        if (followsEnd && !moving)
+        if (followsEnd)
             scrollToBottom();
     }
 
     onContentHeightChanged: follow()
     onHeightChanged: follow()
-    onMovementEnded: followsEnd = atYEnd
 
     contentWidth: width
     contentHeight: bottom.y + bottom.height
-    boundsBehavior: Flickable.StopAtBounds
+    // A child drags the pointer about, and fingers.
+    interactive: false
 
+    WheelHandler {
+        enabled: area.view.scrollsBack
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        onWheel: event => area.scrollBy(-event.angleDelta.y)
+    }
     Connections {
         target: area.view
         function onScrollToBottom() {
