@@ -60,6 +60,12 @@ const std::vector<Character>& EmojiPool::all() {
     return list;
 }
 
+const std::vector<Character>& EmojiPool::sky() {
+    static const auto list =
+        characters({"🌙", "⭐", "🌟", "☀\uFE0F", "🌈", "☁\uFE0F", "🌤", "⚡", "❄\uFE0F", "🪐", "🌍", "🌕", "💫", "✨", "🌊"});
+    return list;
+}
+
 Character EmojiPool::random(RandomSource& source) {
     return random(all(), source);
 }

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] static const std::vector<Character>& things();
     /// The five lists one after the other. Made once.
     [[nodiscard]] static const std::vector<Character>& all();
+    /// What function keys type: a list of its own, some of it in none of the five.
+    [[nodiscard]] static const std::vector<Character>& sky();
 
     /// A uniformly random element of all().
     [[nodiscard]] static Character random(RandomSource& source);

@@ -12,7 +12,6 @@
 #include "settings/SessionSettings.h"
 #include "sound/SoundEngine.h"
 
-#include <array>
 #include <utility>
 
 namespace tapalong {
@@ -124,7 +123,7 @@ void SessionManager::handleKeyEvent(const KeyEvent& event) {
         appendCharacter(EmojiPool::nextAvoiding(m_recentEmoji, m_platform.random), settings);
         break;
     case Kind::celestial:
-        appendCharacter(celestialCharacter(), settings);
+        appendCharacter(EmojiPool::random(EmojiPool::sky(), m_platform.random), settings);
         break;
     case Kind::suppressed:
         return;
@@ -145,14 +144,6 @@ void SessionManager::deleteLastOrWipe() {
     } else if (!typedContent().empty()) {
         m_typedContent.mutate([](auto& content) { content.pop_back(); });
     }
-}
-
-Character SessionManager::celestialCharacter() {
-    static const std::array sky{Character("🌙"),       Character("⭐"),       Character("🌟"),    Character("☀\uFE0F"),
-                                Character("🌈"),       Character("☁\uFE0F"), Character("🌤"), Character("⚡"),
-                                Character("❄\uFE0F"), Character("🪐"),    Character("🌍"),    Character("🌕"),
-                                Character("💫"),       Character("✨"),       Character("🌊")};
-    return sky.at(static_cast<std::size_t>(m_platform.random.uniform(sky.size())));
 }
 
 void SessionManager::appendCharacter(Character character, const SessionSettings& settings) {

@@ -53,7 +53,6 @@ private:
     void setLastLockdown(LockdownOutcome outcome);
     void handleKeyEvent(const KeyEvent& event);
     void deleteLastOrWipe();
-    [[nodiscard]] Character celestialCharacter();
     void appendCharacter(Character character, const SessionSettings& settings);
 
     SessionSettings& m_settings;

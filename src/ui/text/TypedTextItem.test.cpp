@@ -1,6 +1,7 @@
 #include "ui/text/TypedTextItem.h"
 
 #include "session/EmojiPool.h"
+#include "ui/text/Emoji.h"
 #include "ui/text/ImageCache.h"
 #include "ui/text/TypedTextLayout.h"
 #include "ui/text/TypedTextSamples.test.h"
@@ -163,10 +164,13 @@ TEST_F(TypedTextItemTest, LinesThatAreScrolledToAreLaidOutAtOnce) {
     EXPECT_EQ(picture(), start);
 }
 
-TEST_F(TypedTextItemTest, EmojiOfThePoolAreInColour) {
+TEST_F(TypedTextItemTest, EmojiOfThePoolAndOfTheSkyAreInColour) {
     ASSERT_FALSE(SessionFace::emojiFamily().isEmpty()) << "the emoji font is missing";
     EmojiArt art;
-    for (const Character& emoji : EmojiPool::all()) {
+    auto emojis = EmojiPool::all();
+    emojis.insert(emojis.end(), EmojiPool::sky().begin(), EmojiPool::sky().end());
+    for (const Character& emoji : emojis) {
+        EXPECT_TRUE(showsAsEmoji(emoji.utf8())) << emoji.utf8() << " is left to the fonts for text";
         const QImage image = art.picture(QString::fromStdString(emoji.utf8()), Qt::black);
         // A sign that some font has as an outline would follow the ink.
         EXPECT_EQ(image, art.picture(QString::fromStdString(emoji.utf8()), Qt::red)) << emoji.utf8();
