@@ -44,6 +44,12 @@ bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() const {
     return !m_sessionManager->isSessionActive();
 }
 
+void AppDelegate::applicationShouldHandleReopen() {
+    if (!m_sessionManager->isSessionActive()) {
+        showSettingsWindow();
+    }
+}
+
 void AppDelegate::registerGlobalShortcut() {
     auto& monitors = m_platform.eventMonitors;
     if (m_globalShortcutMonitor) {
@@ -131,6 +137,10 @@ void AppDelegate::dismissSessionWindow() {
         m_platform.notificationCenter.removeObserver(*m_screenObserver);
         m_screenObserver.reset();
     }
+    showSettingsWindow();
+}
+
+void AppDelegate::showSettingsWindow() {
     const auto windows = m_platform.windows.windows();
     const auto settingsWindow = std::find_if(windows.begin(), windows.end(), [](const auto& window) {
         return window->title().find("Settings") != std::string::npos;

@@ -27,6 +27,8 @@ public:
 
     void applicationDidFinishLaunching();
     [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const;
+    /// The user started the program once more: shows the settings window. During a session nothing happens.
+    void applicationShouldHandleReopen();
 
     /// Registers the shortcut anew. Each call leaves one more local monitor for the rest of the process.
     void registerGlobalShortcut() override;
@@ -42,6 +44,7 @@ private:
     void scheduleStart();
     SessionWindow& createSessionWindow();
     void followMainScreen();
+    void showSettingsWindow();
     [[nodiscard]] Application& application() const;
 
     SessionSettings& m_settings;

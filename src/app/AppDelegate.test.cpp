@@ -311,6 +311,20 @@ TEST_F(AppDelegateTest, ClosingTheLastWindowQuitsExceptDuringASession) {
     EXPECT_TRUE(delegate.applicationShouldTerminateAfterLastWindowClosed());
 }
 
+TEST_F(AppDelegateTest, StartedOnceMoreItShowsTheSettings) {
+    EXPECT_EQ(effectsOf(world, [this] { delegate.applicationShouldHandleReopen(); }),
+              Effects{"window[Tapalong Settings].makeKeyAndOrderFront"});
+}
+
+TEST_F(AppDelegateTest, StartedOnceMoreDuringASessionItChangesNothing) {
+    manager.startSession();
+    world.desktop.closeScene();
+    EXPECT_EQ(effectsOf(world, [this] { delegate.applicationShouldHandleReopen(); }), Effects{});
+    EXPECT_FALSE(world.desktop.isSceneOpen());
+    manager.endSession();
+    EXPECT_TRUE(world.desktop.isSceneOpen());
+}
+
 struct AppDelegateDeathTest : AppDelegateTest {
     std::shared_ptr<AppDelegate> withoutApplication = std::make_shared<AppDelegate>(
         settings, std::make_shared<SessionManager>(settings, world.platform()), world.platform(false));

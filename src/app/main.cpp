@@ -2,8 +2,10 @@
 #include "app/DesktopRenderer.h"
 #include "app/DesktopSignals.h"
 #include "app/TapalongApp.h"
+#include "platform/linux/instance/FirstInstance.h"
 
 #include <QGuiApplication>
+#include <QRegularExpression>
 
 #include <fcntl.h>
 #include <malloc.h>
@@ -13,6 +15,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
+#include <string>
 
 namespace {
 
@@ -61,6 +65,32 @@ void prepareToolkit() {
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
+/// What two running programs would fight over, as the desktop calls it.
+std::string displayName() {
+    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland"))) {
+        return qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0")).toStdString();
+    }
+    // The screens of an X server share its keyboard.
+    static const QRegularExpression screen(QStringLiteral("\\.\\d+$"));
+    return qEnvironmentVariable("DISPLAY").remove(screen).toStdString();
+}
+
+/// What to end with when the program runs already, since two would both start sessions and write the same settings.
+std::optional<int> endBecauseItRuns(tapalong::FirstInstance& instance) {
+    using Claim = tapalong::FirstInstance::Claim;
+    switch (instance.claim()) {
+    case Claim::first:
+        break;
+    case Claim::answered:
+        std::cout << "Tapalong runs already.\n";
+        return EXIT_SUCCESS;
+    case Claim::unanswered:
+        std::cerr << "Tapalong runs already, but does not answer. Please end it before you start it anew.\n";
+        return EXIT_FAILURE;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -73,6 +103,10 @@ int main(int argc, char* argv[]) {
     returnLargeBlocks();
     prepareToolkit();
     QGuiApplication toolkit(argc, argv);
+    tapalong::FirstInstance instance(displayName());
+    if (const auto result = endBecauseItRuns(instance)) {
+        return *result;
+    }
     tapalong::chooseRenderer();
 
     tapalong::DesktopPlatform desktop;
@@ -81,6 +115,7 @@ int main(int argc, char* argv[]) {
     desktop.windows().openScene(app.body(),
                                 [&app] { return app.appDelegate().applicationShouldTerminateAfterLastWindowClosed(); });
     app.appDelegate().applicationDidFinishLaunching();
+    instance.serve([&app] { app.appDelegate().applicationShouldHandleReopen(); });
 
     const int result = QGuiApplication::exec();
     // Windows show the state of the application, so they go first.

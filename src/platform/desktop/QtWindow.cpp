@@ -101,6 +101,10 @@ void QtWindow::takeKeyboard() {
 
 void QtWindow::show() {
     if (m_view->isVisible()) {
+        // Minimised, it counts as visible.
+        if (m_view->windowStates().testFlag(Qt::WindowMinimized)) {
+            m_view->setWindowStates(m_view->windowStates() & ~Qt::WindowMinimized);
+        }
         return;
     }
     if (m_coversMainScreen && m_traits.cover == Cover::fullScreen) {
