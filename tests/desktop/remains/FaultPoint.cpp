@@ -20,6 +20,8 @@
 #include <cstdlib>
 #include <string_view>
 
+extern "C" void* __libc_malloc(std::size_t size); // NOLINT: the C library's name for its own malloc()
+
 namespace tapalong::test {
 namespace {
 
@@ -47,14 +49,24 @@ bool isSocket(int file) {
     return fstat(file, &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
+void takeAll(std::size_t size) {
+    while (__libc_malloc(size) != nullptr) {
+    }
+}
+
+/// Takes all memory that can be had, each small size by itself because the allocator keeps some of each ready. What
+/// refuses it is then asked by the program: the plain malloc() is the program's own here.
 void starve() {
     rlimit limit{};
     getrlimit(RLIMIT_AS, &limit);
     limit.rlim_cur = 1;
     setrlimit(RLIMIT_AS, &limit);
-    for (std::size_t size = std::size_t{1} << 26U; size >= 16; size /= 2) {
-        while (std::malloc(size) != nullptr) { // NOLINT: kept until the end
-        }
+    constexpr std::size_t largestKept = 1040;
+    for (std::size_t size = std::size_t{1} << 26U; size > largestKept; size /= 2) {
+        takeAll(size);
+    }
+    for (std::size_t size = largestKept; size > 0; size -= 16) {
+        takeAll(size);
     }
 }
 
