@@ -151,9 +151,8 @@ std::string_view SettingsView::lastLockdownNotice() const {
                "programs or the system.";
     case LockdownOutcome::never:
         return "Lockdown Mode was not in force in the last session: Tapalong could not get all of the keyboard for "
-               "itself, "
-               "perhaps because of an open menu or another program. Keys may have reached other programs or the "
-               "system.";
+               "itself, perhaps because of an open menu or another program. Keys may have reached other programs or "
+               "the system.";
     case LockdownOutcome::asWished:
         break;
     }
