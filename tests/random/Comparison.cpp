@@ -117,7 +117,7 @@ void compareDesktop(Finding& finding, SimulatedApplication& application, const M
     finding.equal("timers", platform.time.timerCount(), model.timers());
     finding.equal("local monitors", platform.input.localMonitorCount(), model.localMonitors.size());
     finding.equal("global monitors", platform.input.globalMonitorCount(), std::size_t{active ? 2U : 1U});
-    finding.equal("observers", platform.notificationCenter.observerCount(), std::size_t{active ? 3U : 0U});
+    finding.equal("observers", platform.notificationCenter.observerCount(), std::size_t{active ? 4U : 0U});
     const bool tap = active && model.session->tap;
     finding.equal("taps", platform.input.tapCount(), std::size_t{tap ? 1U : 0U});
     finding.equal("tap in force", platform.input.isTapInForce(), tap && model.session->isTapInForce());
