@@ -28,6 +28,7 @@ TEST(SharedColor, EqualColoursAreKeptOnce) {
 
 TEST(SharedColor, StaysTheSameWhileOthersCome) {
     std::vector<SharedColor> all;
+    all.reserve(500);
     for (int i = 0; i < 500; ++i) {
         all.emplace_back(SrgbColor{i / 500.0, 0, 0});
     }
