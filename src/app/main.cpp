@@ -5,7 +5,7 @@
 #include "platform/linux/instance/FirstInstance.h"
 
 #include <QGuiApplication>
-#include <QRegularExpression>
+#include <QString>
 
 #include <fcntl.h>
 #include <malloc.h>
@@ -70,9 +70,10 @@ std::string displayName() {
     if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland"))) {
         return qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0")).toStdString();
     }
-    // The screens of an X server share its keyboard.
-    static const QRegularExpression screen(QStringLiteral("\\.\\d+$"));
-    return qEnvironmentVariable("DISPLAY").remove(screen).toStdString();
+    // The screens of an X server share its keyboard: "host:0.1" is one of "host:0".
+    const QString display = qEnvironmentVariable("DISPLAY");
+    const qsizetype screen = display.indexOf(u'.', display.lastIndexOf(u':') + 1);
+    return (screen < 0 ? display : display.left(screen)).toStdString();
 }
 
 /// What to end with when the program runs already, since two would both start sessions and write the same settings.
