@@ -49,7 +49,8 @@ public:
     virtual void describeWindows(WindowTraits& traits) = 0;
 };
 
-/// For the display system that the QGuiApplication runs on. What it cannot do goes to `notices`.
+/// For the display system that the QGuiApplication runs on, or the one below it where that is an X server on a Wayland
+/// desktop. What it cannot do goes to `notices`.
 [[nodiscard]] std::unique_ptr<DesktopInput> makeDesktopInput(NoticeBoard& notices);
 
 } // namespace tapalong

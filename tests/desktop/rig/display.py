@@ -1,6 +1,7 @@
 """X servers that exist in memory only. Each starts one on a display that is free, and says its number."""
 import os
 import shutil
+import time
 
 
 class RigError(Exception):
@@ -45,6 +46,24 @@ class Turning:
         around = _numbered(desktop, ["Xvfb", "-screen", "0", "1600x1600x24"])
         width, height = self.size
         return _numbered(desktop, ["Xephyr", "-screen", f"{width}x{height}"], DISPLAY=f":{around}")
+
+
+class OnWayland:
+    """An X server that is a window of a Wayland compositor, which has no devices of its own. Input of the test extension
+    reaches the X server alone."""
+
+    def __init__(self, size):
+        self.size = size
+
+    def start(self, desktop):
+        width, height = self.size
+        compositor = desktop.run_beside(["weston", "--backend=headless-backend.so", f"--width={width}",
+                                         f"--height={height}", "--socket=around", "--idle-time=0", "--no-config"])
+        while not os.path.exists(desktop.path("run", "around")):
+            if compositor.poll() is not None:
+                raise RigError("weston did not start")
+            time.sleep(0.03)
+        return _numbered(desktop, ["Xwayland", "-shm"], WAYLAND_DISPLAY="around")
 
 
 def _numbered(desktop, command, **environment):

@@ -4,7 +4,7 @@
 
 namespace tapalong {
 
-/// An X server lets any client take the keyboard; there is nothing to ask the user.
+/// An X server that has the keyboard itself (see isXwayland) lets any client take it; there is nothing to ask the user.
 class X11Accessibility final : public Accessibility {
 public:
     [[nodiscard]] bool isProcessTrusted() override { return true; }
