@@ -119,6 +119,17 @@ TEST_F(ServerKeysTest, LocksAndLayoutOfTheChildAreUndone) {
     other.tap(KEY_NUMLOCK);
 }
 
+TEST_F(ServerKeysTest, LockThatWasOnStaysOnWhenOnlyAnotherIsUndone) {
+    other.tap(KEY_NUMLOCK);
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    other.tap(KEY_CAPSLOCK);
+    keys.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+    other.tap(KEY_NUMLOCK);
+}
+
 TEST_F(ServerKeysTest, LatchedModifierIsBackAfterwards) {
     setControls(xcb, XCB_XKB_BOOL_CTRL_STICKY_KEYS, XCB_XKB_BOOL_CTRL_STICKY_KEYS);
     other.tap(KEY_LEFTSHIFT);

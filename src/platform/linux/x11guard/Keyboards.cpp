@@ -52,12 +52,13 @@ std::optional<LockState> lockState(xcb_connection_t* xcb, std::uint16_t device) 
 void changeLockState(xcb_connection_t* xcb, std::uint16_t device, const LockState& from, const LockState& to) {
     xcb_xkb_latch_lock_state_request_t request{};
     request.deviceSpec = device;
+    // The server refuses a request that has more in a value than in what it affects.
     request.affectModLocks = from.lockedMods ^ to.lockedMods;
-    request.modLocks = to.lockedMods;
+    request.modLocks = to.lockedMods & request.affectModLocks;
     request.lockGroup = from.lockedGroup != to.lockedGroup ? 1 : 0;
     request.groupLock = to.lockedGroup;
     request.affectModLatches = from.latchedMods ^ to.latchedMods;
-    request.pad0 = to.latchedMods; // the library's own function has no parameter for these
+    request.pad0 = to.latchedMods & request.affectModLatches; // the library's own function has no parameter for these
     request.latchGroup = from.latchedGroup != to.latchedGroup ? 1 : 0;
     request.groupLatch = static_cast<std::uint16_t>(to.latchedGroup);
     constexpr xcb_protocol_request_t protocol{
