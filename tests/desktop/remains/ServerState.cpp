@@ -97,6 +97,16 @@ void writeKeymap(xcb_connection_t* xcb, std::uint16_t device, std::ostream& out)
          std::hash<std::string_view>{}(reply.substr(head)));
 }
 
+void writeButtons(xcb_connection_t* xcb, std::uint16_t device, std::ostream& out) {
+    const auto request = xcb_input_get_device_button_mapping(xcb, static_cast<std::uint8_t>(device));
+    const auto map = own(xcb_input_get_device_button_mapping_reply(xcb, request, nullptr));
+    if (!map) {
+        return; // it has none
+    }
+    bits(out, "buttons of device " + std::to_string(device),
+         {xcb_input_get_device_button_mapping_map(map.get()), map->map_size});
+}
+
 void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
     (void)own(xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
     const auto devices =
@@ -108,6 +118,7 @@ void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
     for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
         line(out, "device", each.data->deviceid, each.data->type, each.data->attachment, each.data->enabled);
         writeKeymap(xcb, each.data->deviceid, out);
+        writeButtons(xcb, each.data->deviceid, out);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <linux/input-event-codes.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tapalong {
 
@@ -58,7 +59,7 @@ TEST_F(ServerKeysTest, ZapReachesTheProgramAsAKeyAndEndsNothing) {
 }
 
 TEST_F(ServerKeysTest, BindingToTheKeysOfASingleDeviceGetsNothing) {
-    test::DeviceBinding binding(KEY_F9);
+    auto binding = test::DeviceBinding::ofKey(KEY_F9);
     ASSERT_TRUE(other.grabKeyboard()) << "a grab alone does not stop it";
     other.tap(KEY_F9);
     EXPECT_EQ(binding.presses(), 1U);
@@ -72,6 +73,101 @@ TEST_F(ServerKeysTest, BindingToTheKeysOfASingleDeviceGetsNothing) {
     keys.reopen();
     other.tap(KEY_F9);
     EXPECT_EQ(binding.presses(), 2U);
+}
+
+TEST_F(ServerKeysTest, BindingToTheButtonsOfASingleDeviceGetsNothing) {
+    constexpr std::uint8_t middle = 2;
+    constexpr std::uint8_t wheelUp = 4;
+    constexpr std::uint8_t forward = 9;
+    for (const std::uint8_t button : {middle, wheelUp, forward}) {
+        auto binding = test::DeviceBinding::ofButton(button);
+        other.click(button);
+        ASSERT_EQ(binding.presses(), 1U) << int{button};
+        ServerKeys keys;
+        keys.close();
+        ASSERT_TRUE(keys.areClosed());
+        other.click(button);
+        EXPECT_EQ(binding.presses(), 1U) << int{button};
+        keys.reopen();
+        other.click(button);
+        EXPECT_EQ(binding.presses(), 2U) << int{button};
+    }
+}
+
+TEST_F(ServerKeysTest, LeftAndRightClicksArriveOfALeftHandedMouseToo) {
+    const auto device = test::clickingDevice(xcb);
+    const auto before = test::buttonMap(xcb, device);
+    ASSERT_GE(before.size(), 9U);
+    auto leftHanded = before;
+    std::swap(leftHanded[0], leftHanded[2]);
+    ASSERT_TRUE(test::setButtonMap(xcb, device, leftHanded));
+    const auto window = other.openWindow(0, 0, 50, 50);
+    other.movePointer(10, 10);
+    ServerKeys keys;
+    keys.close();
+    for (const std::uint8_t button : {std::uint8_t{1}, std::uint8_t{2}, std::uint8_t{3}, std::uint8_t{9}}) {
+        other.click(button);
+    }
+    // XTest's own numbers are those of the buttons.
+    EXPECT_EQ(other.count(XCB_BUTTON_PRESS, 1), 1U);
+    EXPECT_EQ(other.count(XCB_BUTTON_PRESS, 3), 1U);
+    EXPECT_EQ(other.seen().size(), 4U) << "two clicks, in window " << window;
+    keys.reopen();
+    EXPECT_EQ(test::buttonMap(xcb, device), leftHanded);
+    ASSERT_TRUE(test::setButtonMap(xcb, device, before));
+}
+
+TEST_F(ServerKeysTest, ButtonsThatTheDesktopChangesMeanwhileAreClosedAgainAndThenLeftAsItWasMeant) {
+    const auto device = test::clickingDevice(xcb);
+    const auto before = test::buttonMap(xcb, device);
+    auto meant = before;
+    std::swap(meant[0], meant[2]);
+    std::swap(meant[3], meant[4]);
+    ServerKeys keys;
+    keys.close();
+    const auto closed = test::buttonMap(xcb, device);
+    ASSERT_TRUE(test::setButtonMap(xcb, device, meant));
+    const auto isSilent = [&] {
+        const auto map = test::buttonMap(xcb, device);
+        return std::count(map.begin(), map.end(), 0) == std::count(closed.begin(), closed.end(), 0);
+    };
+    EXPECT_TRUE(spinUntil(isSilent));
+    keys.reopen();
+    EXPECT_EQ(test::buttonMap(xcb, device), meant);
+    ASSERT_TRUE(test::setButtonMap(xcb, device, before));
+}
+
+TEST_F(ServerKeysTest, ButtonThatIsHeldAtTheEndIsPutBackWhenItComesUp) {
+    constexpr std::uint8_t middle = 2;
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    other.pressButton(middle);
+    keys.reopen();
+    EXPECT_NE(before.differencesTo(ServerState::read(xcb)), "");
+    EXPECT_GT(countActions(xcb, {XCB_XKB_SA_TYPE_TERMINATE}), 0U) << "all else is";
+    other.releaseButton(middle);
+    EXPECT_TRUE(spinUntil([&] { return before.differencesTo(ServerState::read(xcb)).empty(); }))
+        << before.differencesTo(ServerState::read(xcb));
+}
+
+TEST_F(ServerKeysTest, ButtonThatIsHeldOverTheStartOfTheNextSessionIsPutBackAfterThatOne) {
+    constexpr std::uint8_t middle = 2;
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    other.pressButton(middle);
+    keys.reopen();
+    other.tap(KEY_NUMLOCK); // between the two, so that it is to be kept
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    other.releaseButton(middle);
+    other.tap(KEY_CAPSLOCK);
+    keys.reopen();
+    EXPECT_NE(before.differencesTo(ServerState::read(xcb)), "");
+    other.tap(KEY_NUMLOCK);
+    EXPECT_TRUE(spinUntil([&] { return before.differencesTo(ServerState::read(xcb)).empty(); }))
+        << before.differencesTo(ServerState::read(xcb));
 }
 
 TEST_F(ServerKeysTest, FiveShiftsSwitchNothingOn) {

@@ -71,6 +71,9 @@ ServerState ServerState::read(xcb_connection_t* xcb) {
         parts["focus" + of] =
             bytesOf(own(xcb_input_xi_get_focus_reply(xcb, xcb_input_xi_get_focus(xcb, device), nullptr)));
     }
+    for (const DeviceId device : pointingDevices(xcb)) {
+        result.m_parts["buttons of " + std::to_string(device)] = buttonMap(xcb, device);
+    }
     return result;
 }
 
@@ -137,18 +140,66 @@ void setControls(xcb_connection_t* xcb, std::uint32_t which, std::uint32_t enabl
     (void)controlsOn(xcb); // an answer, so it is done
 }
 
-DeviceBinding::DeviceBinding(std::uint32_t kernelCode) : m_xcb(xcb_connect(nullptr, nullptr), &xcb_disconnect) {
+std::vector<DeviceId> pointingDevices(xcb_connection_t* xcb) {
+    std::vector<DeviceId> devices;
+    forEachDevice(xcb, [&devices](const auto& device) {
+        if (device.type == XCB_INPUT_DEVICE_TYPE_SLAVE_POINTER) {
+            devices.push_back(device.deviceid);
+        }
+    });
+    return devices;
+}
+
+ButtonMap buttonMap(xcb_connection_t* xcb, DeviceId device) {
+    const auto request = xcb_input_get_device_button_mapping(xcb, static_cast<std::uint8_t>(device));
+    const auto reply = own(xcb_input_get_device_button_mapping_reply(xcb, request, nullptr));
+    if (!reply) {
+        return {};
+    }
+    const std::span map(xcb_input_get_device_button_mapping_map(reply.get()), reply->map_size);
+    return {map.begin(), map.end()};
+}
+
+bool setButtonMap(xcb_connection_t* xcb, DeviceId device, const ButtonMap& map) {
+    const auto request = xcb_input_set_device_button_mapping(xcb, static_cast<std::uint8_t>(device),
+                                                             static_cast<std::uint8_t>(map.size()), map.data());
+    const auto reply = own(xcb_input_set_device_button_mapping_reply(xcb, request, nullptr));
+    return reply && reply->status == XCB_MAPPING_STATUS_SUCCESS;
+}
+
+DeviceId clickingDevice(xcb_connection_t* xcb) {
+    DeviceId found = 0;
+    forEachDevice(xcb, [&found](const auto& device) {
+        const std::string name(xcb_input_xi_device_info_name(&device), device.name_len);
+        if (name == "Virtual core XTEST pointer") {
+            found = device.deviceid;
+        }
+    });
+    return found;
+}
+
+DeviceBinding DeviceBinding::ofKey(std::uint32_t kernelCode) {
+    return {XCB_INPUT_GRAB_TYPE_KEYCODE, kernelCode + 8, XCB_INPUT_KEY_PRESS};
+}
+
+DeviceBinding DeviceBinding::ofButton(std::uint8_t button) {
+    return {XCB_INPUT_GRAB_TYPE_BUTTON, button, XCB_INPUT_BUTTON_PRESS};
+}
+
+DeviceBinding::DeviceBinding(std::uint8_t grabType, std::uint32_t detail, std::uint16_t pressEvent)
+    : m_xcb(xcb_connect(nullptr, nullptr), &xcb_disconnect), m_pressEvent(pressEvent) {
     auto* xcb = m_xcb.get();
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
     const auto version = own(xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
-    constexpr std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
+    const auto wanted = grabType == XCB_INPUT_GRAB_TYPE_KEYCODE ? XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD
+                                                                : XCB_INPUT_DEVICE_TYPE_SLAVE_POINTER;
+    const std::uint32_t events = 1U << pressEvent | 1U << (pressEvent + 1U);
     constexpr std::uint32_t anyModifier = XCB_INPUT_MODIFIER_MASK_ANY;
     forEachDevice(xcb, [&](const auto& device) {
-        if (device.type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) {
-            const auto request =
-                xcb_input_xi_passive_grab_device(xcb, XCB_CURRENT_TIME, root, XCB_NONE, kernelCode + 8, device.deviceid,
-                                                 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
-                                                 XCB_GRAB_MODE_ASYNC, 1, &events, &anyModifier);
+        if (device.type == wanted) {
+            const auto request = xcb_input_xi_passive_grab_device(
+                xcb, XCB_CURRENT_TIME, root, XCB_NONE, detail, device.deviceid, 1, 1, grabType,
+                XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_GRAB_MODE_ASYNC, 1, &events, &anyModifier);
             (void)own(xcb_input_xi_passive_grab_device_reply(xcb, request, nullptr));
         }
     });
@@ -159,7 +210,7 @@ std::size_t DeviceBinding::presses() {
     (void)own(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
     while (const auto event = own(xcb_poll_for_event(xcb))) {
         const bool isPress =
-            kindOf(*event) == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(*event).event_type == XCB_INPUT_KEY_PRESS;
+            kindOf(*event) == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(*event).event_type == m_pressEvent;
         m_presses += isPress ? 1 : 0;
     }
     return m_presses;

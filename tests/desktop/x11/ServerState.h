@@ -13,7 +13,8 @@ namespace tapalong::test {
 using DeviceId = std::uint16_t;
 
 /// What the server keeps about keyboards, as it tells it byte for byte: keymap, controls, locks and layout, and where
-/// each device types to. A device can be left out of it by being gone.
+/// each device types to; and about pointers, what their buttons stand for. A device can be left out of it by being
+/// gone.
 class ServerState {
 public:
     static ServerState read(xcb_connection_t* xcb);
@@ -37,15 +38,31 @@ private:
 /// Switches those of `which` on or off as `enabled` has them, at every keyboard.
 void setControls(xcb_connection_t* xcb, std::uint32_t which, std::uint32_t enabled);
 
-/// What a daemon may do that tells keyboards apart: a key bound on every device by itself, with all modifiers.
+/// What the buttons of a device stand for, the first button first.
+using ButtonMap = std::vector<std::uint8_t>;
+
+/// Every device with buttons but those that all programs share.
+[[nodiscard]] std::vector<DeviceId> pointingDevices(xcb_connection_t* xcb);
+[[nodiscard]] ButtonMap buttonMap(xcb_connection_t* xcb, DeviceId device);
+/// False when the server refuses, because a button that would change is down.
+[[nodiscard]] bool setButtonMap(xcb_connection_t* xcb, DeviceId device, const ButtonMap& map);
+
+/// The device that XTest's clicks come from.
+[[nodiscard]] DeviceId clickingDevice(xcb_connection_t* xcb);
+
+/// What a daemon may do that tells devices apart: a key or button bound on every one by itself, with all modifiers.
 class DeviceBinding {
 public:
-    explicit DeviceBinding(std::uint32_t kernelCode);
+    static DeviceBinding ofKey(std::uint32_t kernelCode);
+    static DeviceBinding ofButton(std::uint8_t button);
 
     [[nodiscard]] std::size_t presses();
 
 private:
+    DeviceBinding(std::uint8_t grabType, std::uint32_t detail, std::uint16_t pressEvent);
+
     std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> m_xcb;
+    std::uint16_t m_pressEvent;
     std::size_t m_presses = 0;
 };
 

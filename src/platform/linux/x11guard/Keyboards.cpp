@@ -3,42 +3,9 @@
 #include <sys/uio.h>
 #include <xcb/xcbext.h>
 
-#include <algorithm>
 #include <array>
 
 namespace tapalong {
-
-namespace {
-
-bool hasKeys(const xcb_input_xi_device_info_t& device) {
-    for (auto each = xcb_input_xi_device_info_classes_iterator(&device); each.rem > 0;
-         xcb_input_device_class_next(&each)) {
-        if (each.data->type == XCB_INPUT_DEVICE_CLASS_TYPE_KEY) {
-            return true;
-        }
-    }
-    return false;
-}
-
-} // namespace
-
-std::vector<Keyboard> keyboards(xcb_connection_t* xcb) {
-    std::vector<Keyboard> found;
-    const auto reply =
-        own(xcb_input_xi_query_device_reply(xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL), nullptr));
-    if (!reply) {
-        return found;
-    }
-    for (auto each = xcb_input_xi_query_device_infos_iterator(reply.get()); each.rem > 0;
-         xcb_input_xi_device_info_next(&each)) {
-        if (hasKeys(*each.data)) {
-            found.push_back(
-                {.device = each.data->deviceid, .isMaster = each.data->type == XCB_INPUT_DEVICE_TYPE_MASTER_KEYBOARD});
-        }
-    }
-    std::stable_partition(found.begin(), found.end(), [](const Keyboard& each) { return each.isMaster; });
-    return found;
-}
 
 std::optional<LockState> lockState(xcb_connection_t* xcb, std::uint16_t device) {
     const auto state = own(xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, device), nullptr));

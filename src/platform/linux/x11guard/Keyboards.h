@@ -4,17 +4,8 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 namespace tapalong {
-
-struct Keyboard {
-    std::uint16_t device = 0;
-    bool isMaster = false;
-};
-
-/// Every device with keys, masters first: what is set on a master is set on its devices too, which then get their own.
-[[nodiscard]] std::vector<Keyboard> keyboards(xcb_connection_t* xcb);
 
 /// The parts of a keyboard's state that outlast its keys.
 struct LockState {

@@ -3,21 +3,23 @@
 #include "platform/linux/x11/XcbHeaders.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace tapalong {
 
 namespace {
 
-std::vector<xcb_input_device_id_t> devicesOfOtherSeats(xcb_connection_t* xcb) {
-    std::vector<xcb_input_device_id_t> found;
+/// None when the server does not say.
+std::optional<std::vector<xcb_input_device_id_t>> devicesOfOtherSeats(xcb_connection_t* xcb) {
     const auto ours =
         own(xcb_input_xi_get_client_pointer_reply(xcb, xcb_input_xi_get_client_pointer(xcb, XCB_NONE), nullptr));
     const auto all =
         own(xcb_input_xi_query_device_reply(xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL_MASTER), nullptr));
     if (!ours || !all) {
-        return found;
+        return std::nullopt;
     }
+    std::vector<xcb_input_device_id_t> found;
     for (auto each = xcb_input_xi_query_device_infos_iterator(all.get()); each.rem > 0;
          xcb_input_xi_device_info_next(&each)) {
         // The two of a pair name each other.
@@ -40,15 +42,19 @@ bool grab(xcb_connection_t* xcb, xcb_input_device_id_t device) {
 } // namespace
 
 bool grabOtherSeats(xcb_connection_t* xcb) {
+    const auto devices = devicesOfOtherSeats(xcb);
+    if (!devices) {
+        return false;
+    }
     bool areAllHeld = true;
-    for (const auto device : devicesOfOtherSeats(xcb)) {
+    for (const auto device : *devices) {
         areAllHeld = grab(xcb, device) && areAllHeld;
     }
     return areAllHeld;
 }
 
 void releaseOtherSeats(xcb_connection_t* xcb) {
-    for (const auto device : devicesOfOtherSeats(xcb)) {
+    for (const auto device : devicesOfOtherSeats(xcb).value_or(std::vector<xcb_input_device_id_t>{})) {
         xcb_input_xi_ungrab_device(xcb, XCB_CURRENT_TIME, device);
     }
 }

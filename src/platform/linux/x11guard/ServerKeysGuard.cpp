@@ -1,12 +1,19 @@
 #include "platform/linux/x11guard/ServerKeysGuard.h"
 
+#include "platform/linux/x11guard/Buttons.h"
 #include "platform/linux/x11guard/KeyActions.h"
 #include "platform/linux/x11guard/OtherSeats.h"
+
+#include <chrono>
+#include <thread>
 
 namespace tapalong {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto betweenLooksAtButtons = 50ms;
 constexpr std::uint32_t hotKeys = XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS;
 
 void watchHierarchy(xcb_connection_t* xcb) {
@@ -51,7 +58,7 @@ bool ServerKeysGuard::setUp() {
 }
 
 // Before the device is read: what changes in between is told.
-void ServerKeysGuard::watchDevice(std::uint16_t device) {
+void ServerKeysGuard::watchKeyboard(std::uint16_t device) {
     constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_KEY_ACTIONS;
     xcb_xkb_select_events_details_t details{};
@@ -63,70 +70,104 @@ void ServerKeysGuard::watchDevice(std::uint16_t device) {
 
 // All are saved before the first is changed: what is set on a master is set on its devices too.
 bool ServerKeysGuard::close() {
-    const auto all = keyboards(xcb());
+    const auto all = inputDevices(xcb());
+    if (!all) {
+        return false;
+    }
     bool isClosed = true;
-    for (const Keyboard& each : all) {
-        isClosed = save(each.device) && isClosed;
+    for (const Device& each : *all) {
+        isClosed = (!each.hasKeys || saveKeyboard(each)) && isClosed;
     }
     m_note->write(m_snapshot);
-    for (const Keyboard& each : all) {
-        if (auto* const saved = m_snapshot.find(each.device)) {
-            isClosed = closeDevice(each, *saved) && isClosed;
-        }
+    for (const Device& each : *all) {
+        isClosed = closeDevice(each) && isClosed;
     }
     return grabOtherSeats(xcb()) && isClosed;
 }
 
-bool ServerKeysGuard::save(std::uint16_t device) {
-    watchDevice(device);
-    if (m_snapshot.find(device) != nullptr) {
+bool ServerKeysGuard::saveKeyboard(const Device& keyboard) {
+    watchKeyboard(keyboard.id);
+    if (m_snapshot.find(keyboard.id) != nullptr) {
         return true;
     }
-    const auto locks = lockState(xcb(), device);
-    const auto controls = enabledControls(xcb(), device);
-    const auto focus = deviceFocus(xcb(), device);
+    const auto locks = lockState(xcb(), keyboard.id);
+    const auto controls = enabledControls(xcb(), keyboard.id);
+    const auto focus = deviceFocus(xcb(), keyboard.id);
     return locks && controls && focus &&
-           m_snapshot.add({.device = device, .locks = *locks, .enabledControls = *controls, .focus = *focus});
+           m_snapshot.add({.device = keyboard.id, .locks = *locks, .enabledControls = *controls, .focus = *focus});
 }
 
-bool ServerKeysGuard::closeDevice(const Keyboard& keyboard, SavedDevice& saved) {
-    bool isClosed = takeOutServerActions(xcb(), keyboard.device, m_snapshot, *m_note);
-    const auto controls = enabledControls(xcb(), keyboard.device);
+bool ServerKeysGuard::closeDevice(const Device& device) {
+    bool isClosed = true;
+    if (auto* const saved = device.hasKeys ? m_snapshot.find(device.id) : nullptr) {
+        isClosed = closeKeyboard(device, *saved);
+    }
+    if (device.hasButtons && !device.isMaster) {
+        watchButtons(xcb(), device.id);
+        isClosed = silenceButtons(xcb(), device.id, m_snapshot, *m_note) && isClosed;
+    }
+    return isClosed;
+}
+
+bool ServerKeysGuard::closeKeyboard(const Device& keyboard, SavedKeyboard& saved) {
+    bool isClosed = takeOutServerActions(xcb(), keyboard.id, m_snapshot, *m_note);
+    const auto controls = enabledControls(xcb(), keyboard.id);
     if (controls && (*controls & hotKeys) != 0) {
         saved.enabledControls |= hotKeys; // the desktop may have switched them on meanwhile: it gets them back
-        switchOnWhenWeAreGone(xcb(), keyboard.device, hotKeys);
-        isClosed = setControls(xcb(), keyboard.device, hotKeys, 0) && isClosed;
+        switchOnWhenWeAreGone(xcb(), keyboard.id, hotKeys);
+        isClosed = setControls(xcb(), keyboard.id, hotKeys, 0) && isClosed;
     }
-    if (!keyboard.isMaster && deviceFocus(xcb(), keyboard.device) != XCB_INPUT_FOCUS_NONE) {
-        isClosed = setDeviceFocus(xcb(), keyboard.device, XCB_INPUT_FOCUS_NONE) && isClosed;
+    if (!keyboard.isMaster && deviceFocus(xcb(), keyboard.id) != XCB_INPUT_FOCUS_NONE) {
+        isClosed = setDeviceFocus(xcb(), keyboard.id, XCB_INPUT_FOCUS_NONE) && isClosed;
     }
     return isClosed && controls.has_value();
 }
 
 void ServerKeysGuard::reopen() {
-    for (const Keyboard& each : keyboards(xcb())) {
-        if (const auto* const saved = m_snapshot.find(each.device)) {
-            reopenDevice(each, *saved);
+    for (const Device& each : inputDevices(xcb()).value_or(std::vector<Device>{})) {
+        if (const auto* const saved = m_snapshot.find(each.id)) {
+            reopenKeyboard(each, *saved);
         }
     }
     releaseOtherSeats(xcb());
-    m_note->remove();
+    m_snapshot.forgetKeyboards();
+    while (m_note->isOurs() && !reopenButtons()) {
+        m_note->write(m_snapshot);
+        std::this_thread::sleep_for(betweenLooksAtButtons);
+    }
+    if (m_note->isOurs()) {
+        m_note->remove();
+    }
     // The answer says that all of it is done.
     (void)own(xcb_get_input_focus_reply(xcb(), xcb_get_input_focus(xcb()), nullptr));
 }
 
-void ServerKeysGuard::reopenDevice(const Keyboard& keyboard, const SavedDevice& saved) {
-    putBackServerActions(xcb(), keyboard.device, m_snapshot);
-    const auto controls = enabledControls(xcb(), keyboard.device);
-    if (controls && *controls != saved.enabledControls) {
-        (void)setControls(xcb(), keyboard.device, *controls ^ saved.enabledControls, saved.enabledControls);
+bool ServerKeysGuard::reopenButtons() {
+    const auto all = inputDevices(xcb());
+    if (!all) {
+        return false;
     }
-    if (const auto locks = lockState(xcb(), keyboard.device); locks && *locks != saved.locks) {
-        changeLockState(xcb(), keyboard.device, *locks, saved.locks);
+    bool areOpen = true;
+    for (const Device& each : *all) {
+        if (each.hasButtons && !each.isMaster) {
+            areOpen = putBackButtons(xcb(), each.id, m_snapshot) && areOpen;
+        }
+    }
+    return areOpen;
+}
+
+void ServerKeysGuard::reopenKeyboard(const Device& keyboard, const SavedKeyboard& saved) {
+    putBackServerActions(xcb(), keyboard.id, m_snapshot);
+    const auto controls = enabledControls(xcb(), keyboard.id);
+    if (controls && *controls != saved.enabledControls) {
+        (void)setControls(xcb(), keyboard.id, *controls ^ saved.enabledControls, saved.enabledControls);
+    }
+    if (const auto locks = lockState(xcb(), keyboard.id); locks && *locks != saved.locks) {
+        changeLockState(xcb(), keyboard.id, *locks, saved.locks);
     }
     // Its window may be gone by now, as any window that has the focus may.
-    if (!keyboard.isMaster && !setDeviceFocus(xcb(), keyboard.device, saved.focus)) {
-        (void)setDeviceFocus(xcb(), keyboard.device, XCB_INPUT_FOCUS_POINTER_ROOT);
+    if (!keyboard.isMaster && !setDeviceFocus(xcb(), keyboard.id, saved.focus)) {
+        (void)setDeviceFocus(xcb(), keyboard.id, XCB_INPUT_FOCUS_POINTER_ROOT);
     }
 }
 
@@ -139,7 +180,7 @@ bool ServerKeysGuard::hasNews() {
 }
 
 bool ServerKeysGuard::isNews(const xcb_generic_event_t& event) {
-    if (kindOf(event) == m_xkbEventBase) {
+    if (kindOf(event) == m_xkbEventBase || tellsOfButtons(xcb(), event)) {
         return true;
     }
     if (xinputTypeOf(event, m_xinputOpcode) != XCB_INPUT_HIERARCHY) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11guard/Keyboards.h"
+#include "platform/linux/x11guard/Devices.h"
 #include "platform/linux/x11guard/Snapshot.h"
 #include "platform/linux/x11guard/SnapshotNote.h"
 
@@ -9,14 +9,16 @@
 
 namespace tapalong {
 
-/// Keeps a keyboard from reaching past a grab: what the server itself does on keys, and what others have bound to a
-/// single device. Closed are, on every keyboard, also on those that are plugged in later or get another keymap:
+/// Keeps keyboards and pointers from reaching past a grab: what the server itself does on keys, and what others have
+/// bound to a single device. Closed are, on every device, also on those that are plugged in later or get another
+/// keymap:
 ///
 /// - the server's own actions in the keymap (see KeyActions.h);
 /// - the accessibility features' hot keys, such as Shift five times;
 /// - bindings to a device's keys: a device whose own focus is nowhere has none, while its master, whose events
 ///   everybody else goes by, types on as ever. Grabbing the devices would close them too, but takes each of them away
-///   from its master, with all keys that are down at that moment.
+///   from its master, with all keys that are down at that moment;
+/// - bindings to a device's buttons (see Buttons.h), which ask for no focus.
 class ServerKeysGuard {
 public:
     /// On the display that the environment names. Goes on from what a guard that was killed has left.
@@ -26,9 +28,10 @@ public:
     [[nodiscard]] bool isConnected() const;
     [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(xcb()); }
 
-    /// To be called again when keyboards changed. False when the server refused a part.
+    /// To be called again when devices changed. False when the server refused a part.
     [[nodiscard]] bool close();
-    /// Puts everything back that was there at the first close(), also keys that were locked since. Last.
+    /// Puts everything back that was there at the first close(), also keys that were locked since. Last. A button that
+    /// is down gets its meaning back when it comes up: that is waited for, unless another guard takes over.
     void reopen();
 
     /// Takes in what the server has told; true when that calls for another close().
@@ -41,10 +44,12 @@ private:
 
     [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb.get(); }
     [[nodiscard]] bool setUp();
-    void watchDevice(std::uint16_t device);
-    [[nodiscard]] bool save(std::uint16_t device);
-    [[nodiscard]] bool closeDevice(const Keyboard& keyboard, SavedDevice& saved);
-    void reopenDevice(const Keyboard& keyboard, const SavedDevice& saved);
+    void watchKeyboard(std::uint16_t device);
+    [[nodiscard]] bool saveKeyboard(const Device& keyboard);
+    [[nodiscard]] bool closeDevice(const Device& device);
+    [[nodiscard]] bool closeKeyboard(const Device& keyboard, SavedKeyboard& saved);
+    void reopenKeyboard(const Device& keyboard, const SavedKeyboard& saved);
+    [[nodiscard]] bool reopenButtons();
     [[nodiscard]] bool isNews(const xcb_generic_event_t& event);
 
     std::unique_ptr<xcb_connection_t, Disconnect> m_xcb;

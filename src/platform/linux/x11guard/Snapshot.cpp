@@ -21,7 +21,8 @@ std::optional<Snapshot> Snapshot::from(std::span<const std::byte> bytes) {
         return std::nullopt;
     }
     std::memcpy(&snapshot, bytes.data(), bytes.size());
-    const bool isWhole = snapshot.m_deviceCount <= mostDevices && snapshot.m_actionCount <= mostActions &&
+    const bool isWhole = snapshot.m_layout == currentLayout && snapshot.m_deviceCount <= mostDevices &&
+                         snapshot.m_buttonCount <= mostButtons && snapshot.m_actionCount <= mostActions &&
                          snapshot.sizeInUse() == bytes.size();
     return isWhole ? std::optional(snapshot) : std::nullopt;
 }
@@ -34,14 +35,14 @@ std::size_t Snapshot::sizeInUse() const {
     return sizeof(Snapshot) - (mostActions - m_actionCount) * sizeof(ActionBytes);
 }
 
-SavedDevice* Snapshot::find(std::uint16_t device) {
+SavedKeyboard* Snapshot::find(std::uint16_t device) {
     const auto all = devices();
     const auto found =
         std::find_if(all.begin(), all.end(), [device](const auto& each) { return each.device == device; });
     return found != all.end() ? &*found : nullptr;
 }
 
-bool Snapshot::add(const SavedDevice& device) {
+bool Snapshot::add(const SavedKeyboard& device) {
     // No device has the number zero: what was forgotten makes room.
     if (auto* const unused = find(0)) {
         *unused = device;
@@ -58,6 +59,31 @@ void Snapshot::forget(std::uint16_t device) {
     if (auto* const found = find(device)) {
         found->device = 0;
     }
+    const auto kept = std::span(m_buttons).first(m_buttonCount);
+    const auto end =
+        std::remove_if(kept.begin(), kept.end(), [device](const auto& each) { return each.device == device; });
+    m_buttonCount = static_cast<std::uint16_t>(end - kept.begin());
+}
+
+bool Snapshot::keep(const SavedButton& button) {
+    const auto end = m_buttons.begin() + m_buttonCount;
+    const auto found = std::find_if(m_buttons.begin(), end, [&button](const auto& each) {
+        return each.device == button.device && each.button == button.button;
+    });
+    if (found == m_buttons.end()) {
+        return false;
+    }
+    *found = button;
+    m_buttonCount = static_cast<std::uint16_t>(m_buttonCount + (found == end ? 1 : 0));
+    return true;
+}
+
+std::optional<std::uint8_t> Snapshot::meaning(std::uint16_t device, std::uint8_t button) const {
+    const auto kept = std::span(m_buttons).first(m_buttonCount);
+    const auto found = std::find_if(kept.begin(), kept.end(), [device, button](const auto& each) {
+        return each.device == device && each.button == button;
+    });
+    return found != kept.end() ? std::optional(found->meaning) : std::nullopt;
 }
 
 std::optional<std::uint16_t> Snapshot::keep(const ActionBytes& action) {

@@ -11,11 +11,18 @@
 namespace tapalong {
 
 /// What a keyboard was like before we touched it.
-struct SavedDevice {
+struct SavedKeyboard {
     std::uint16_t device = 0;
     LockState locks;
     std::uint32_t enabledControls = 0;
     std::uint32_t focus = 0;
+};
+
+/// What a button stood for before we took its meaning from it.
+struct SavedButton {
+    std::uint16_t device = 0;
+    std::uint8_t button = 0; ///< counted from one
+    std::uint8_t meaning = 0;
 };
 
 /// What a key does, as the server gives and takes it.
@@ -31,16 +38,22 @@ public:
     [[nodiscard]] static std::optional<Snapshot> from(std::span<const std::byte> bytes);
     [[nodiscard]] std::span<const std::byte> bytes() const;
 
-    [[nodiscard]] SavedDevice* find(std::uint16_t device);
+    [[nodiscard]] SavedKeyboard* find(std::uint16_t device);
     /// False when there is no room for more.
-    [[nodiscard]] bool add(const SavedDevice& device);
+    [[nodiscard]] bool add(const SavedKeyboard& device);
     /// The device is gone; its number may be another's soon.
     void forget(std::uint16_t device);
+    void forgetKeyboards() { m_deviceCount = 0; }
 
     /// The number under which the action is kept; none when there is no room for more.
     [[nodiscard]] std::optional<std::uint16_t> keep(const ActionBytes& action);
     /// None for a number that no action has.
     [[nodiscard]] std::optional<ActionBytes> action(std::uint16_t number) const;
+
+    /// In place of what was kept of the same button. False when there is no room for more.
+    [[nodiscard]] bool keep(const SavedButton& button);
+    /// None for a button of which nothing is kept.
+    [[nodiscard]] std::optional<std::uint8_t> meaning(std::uint16_t device, std::uint8_t button) const;
 
     /// Tells this snapshot from any other.
     [[nodiscard]] std::uint16_t mark() const { return m_mark; }
@@ -48,16 +61,24 @@ public:
 private:
     // The server has at most 40 devices at a time.
     static constexpr std::size_t mostDevices = 64;
+    // A mouse has about ten, and no device more than 255.
+    static constexpr std::size_t mostButtons = 1024;
     // All keys that switch to a certain terminal share one action; a usual keymap has some thirty.
     static constexpr std::size_t mostActions = 2048;
 
     [[nodiscard]] std::size_t sizeInUse() const;
-    [[nodiscard]] std::span<SavedDevice> devices() { return {m_devices.data(), m_deviceCount}; }
+    [[nodiscard]] std::span<SavedKeyboard> devices() { return {m_devices.data(), m_deviceCount}; }
 
+    // To be counted on whenever a member here, or of what is kept, changes.
+    static constexpr std::uint16_t currentLayout = 2;
+
+    std::uint16_t m_layout = currentLayout; ///< first, so that every version can read it
     std::uint16_t m_mark = 0;
     std::uint16_t m_deviceCount = 0;
+    std::uint16_t m_buttonCount = 0;
     std::uint16_t m_actionCount = 0;
-    std::array<SavedDevice, mostDevices> m_devices{};
+    std::array<SavedKeyboard, mostDevices> m_devices{};
+    std::array<SavedButton, mostButtons> m_buttons{};
     std::array<ActionBytes, mostActions> m_actions{}; ///< last: only those in use are written
 };
 

@@ -28,18 +28,18 @@ SnapshotNote::SnapshotNote(xcb_connection_t* xcb)
 
 void SnapshotNote::takeOver() {
     const auto end = std::chrono::steady_clock::now() + patience;
-    while (hasOwner() && std::chrono::steady_clock::now() < end) {
+    while (owner() != XCB_NONE && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(betweenLooks);
     }
-    const xcb_window_t window = xcb_generate_id(m_xcb);
-    xcb_create_window(m_xcb, 0, window, m_root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0,
+    m_window = xcb_generate_id(m_xcb);
+    xcb_create_window(m_xcb, 0, m_window, m_root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0,
                       nullptr);
-    xcb_set_selection_owner(m_xcb, window, m_name, XCB_CURRENT_TIME);
+    xcb_set_selection_owner(m_xcb, m_window, m_name, XCB_CURRENT_TIME);
 }
 
-bool SnapshotNote::hasOwner() const {
-    const auto owner = own(xcb_get_selection_owner_reply(m_xcb, xcb_get_selection_owner(m_xcb, m_name), nullptr));
-    return owner && owner->owner != XCB_NONE;
+xcb_window_t SnapshotNote::owner() const {
+    const auto reply = own(xcb_get_selection_owner_reply(m_xcb, xcb_get_selection_owner(m_xcb, m_name), nullptr));
+    return reply ? reply->owner : XCB_NONE;
 }
 
 Snapshot SnapshotNote::read() const {

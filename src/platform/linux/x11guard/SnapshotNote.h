@@ -20,12 +20,15 @@ public:
     [[nodiscard]] Snapshot read() const;
     void write(const Snapshot& snapshot) const;
     void remove() const;
+    /// False once another guard has taken over.
+    [[nodiscard]] bool isOurs() const { return owner() == m_window; }
 
 private:
-    [[nodiscard]] bool hasOwner() const;
+    [[nodiscard]] xcb_window_t owner() const;
 
     xcb_connection_t* m_xcb;
     xcb_window_t m_root;
+    xcb_window_t m_window = XCB_NONE; ///< that stands for us as the only guard
     xcb_atom_t m_name = XCB_NONE;
 };
 

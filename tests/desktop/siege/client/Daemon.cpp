@@ -52,6 +52,8 @@ void Daemon::grabOnSlaves() {
          xcb_input_xi_device_info_next(&each)) {
         if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) {
             grabKeysOf(each.data->deviceid);
+        } else if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_POINTER) {
+            grabButtonsOf(each.data->deviceid);
         }
     }
 }
@@ -62,6 +64,16 @@ void Daemon::grabKeysOf(xcb_input_device_id_t keyboard) {
         const auto request = xcb_input_xi_passive_grab_device(
             m_server.xcb(), XCB_CURRENT_TIME, m_server.root(), XCB_NONE, keycode, keyboard, 1, 1,
             XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_GRAB_MODE_ASYNC, 0, &events, &anyModifier);
+        (void)own(xcb_input_xi_passive_grab_device_reply(m_server.xcb(), request, nullptr));
+    }
+}
+
+void Daemon::grabButtonsOf(xcb_input_device_id_t pointer) {
+    constexpr std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE;
+    for (const auto button : extraButtons) {
+        const auto request = xcb_input_xi_passive_grab_device(
+            m_server.xcb(), XCB_CURRENT_TIME, m_server.root(), XCB_NONE, button, pointer, 1, 1,
+            XCB_INPUT_GRAB_TYPE_BUTTON, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_GRAB_MODE_ASYNC, 0, &events, &anyModifier);
         (void)own(xcb_input_xi_passive_grab_device_reply(m_server.xcb(), request, nullptr));
     }
 }
@@ -94,6 +106,9 @@ void Daemon::collect(std::vector<std::string>& sightings) {
         } else if (xinput == XCB_INPUT_KEY_PRESS) {
             sightings.push_back("a daemon's shortcut on a physical keyboard, " +
                                 keyName(as<xcb_input_key_press_event_t>(*event).detail));
+        } else if (xinput == XCB_INPUT_BUTTON_PRESS) {
+            sightings.push_back("a daemon's shortcut on a physical mouse, button " +
+                                std::to_string(as<xcb_input_button_press_event_t>(*event).detail));
         }
     }
 }
