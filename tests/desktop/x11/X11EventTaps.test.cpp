@@ -11,6 +11,7 @@ namespace tapalong {
 
 namespace {
 
+using test::GrabsAloneTest;
 using test::OwnWindow;
 using test::setLayout;
 using test::spinFor;
@@ -162,7 +163,7 @@ TEST_F(X11EventTapsTest, ModifierHeldBeforeTheTapCountsAndItsReleaseIsSeen) {
     EXPECT_EQ(events[2].modifierFlags, 0U);
 }
 
-TEST_F(X11EventTapsTest, WheelAndOtherButtonsAreSwallowedEverywhere) {
+TEST_F(GrabsAloneTest, WheelAndOtherButtonsAreSwallowedEverywhere) {
     other.bindButton(8);
     start();
     other.movePointer(10, 10);
@@ -175,7 +176,22 @@ TEST_F(X11EventTapsTest, WheelAndOtherButtonsAreSwallowedEverywhere) {
     EXPECT_TRUE(other.seen().empty());
 }
 
-TEST_F(X11EventTapsTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthersDoNot) {
+TEST_F(X11EventTapsTest, WheelAndOtherButtonsReachNobodyAndClicksOurWindow) {
+    OwnWindow window;
+    other.bindButton(8);
+    start();
+    other.movePointer(600, 400);
+    for (const auto button : std::vector<std::uint8_t>{2, 4, 5, 6, 7, 8, 9, 1}) {
+        other.click(button);
+    }
+    ASSERT_TRUE(spinUntil([&] { return !window.clicks.empty(); }));
+    EXPECT_EQ(window.clicks, std::vector{Qt::LeftButton});
+    EXPECT_EQ(window.wheels, 0);
+    EXPECT_TRUE(other.seen().empty());
+    EXPECT_TRUE(events.empty());
+}
+
+TEST_F(GrabsAloneTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthersDoNot) {
     OwnWindow window;
     start();
     window.moves = 0;
@@ -194,7 +210,7 @@ TEST_F(X11EventTapsTest, LeftAndRightClicksAndMotionReachOurWindowWheelAndOthers
     EXPECT_EQ(count(EventType::scrollWheel), 2U);
 }
 
-TEST_F(X11EventTapsTest, PointerGrabEndedByQtIsTakenAgain) {
+TEST_F(GrabsAloneTest, PointerGrabEndedByQtIsTakenAgain) {
     OwnWindow window;
     other.movePointer(600, 400);
     start();
@@ -221,7 +237,7 @@ TEST_F(X11EventTapsTest, ClicksReachNoOtherProgramsWindow) {
     EXPECT_EQ(other.count(XCB_BUTTON_PRESS, 1), 1U);
 }
 
-TEST_F(X11EventTapsTest, OtherButtonPressedDuringADragIsSwallowed) {
+TEST_F(GrabsAloneTest, OtherButtonPressedDuringADragIsSwallowed) {
     OwnWindow window;
     start();
     other.movePointer(600, 400);

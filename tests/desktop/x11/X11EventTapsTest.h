@@ -1,13 +1,16 @@
 #pragma once
 
 #include "desktop/support/XClient.h"
+#include "desktop/x11/Guards.h"
 #include "platform/linux/x11/X11EventTaps.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tapalong::test {
@@ -15,7 +18,8 @@ namespace tapalong::test {
 /// A tap on the whole input, and another program that types and watches.
 class X11EventTapsTest : public testing::Test {
 protected:
-    X11EventTapsTest() {
+    explicit X11EventTapsTest(const std::string& guard = ServerKeys::guardBesideProgram())
+        : taps(connection, monitors, secureInput, guard) {
         setLayout("us");
         other.focus(elsewhere);
     }
@@ -53,7 +57,7 @@ protected:
     X11Connection connection;
     SecureInput secureInput;
     X11EventMonitors monitors{connection};
-    X11EventTaps taps{connection, monitors, secureInput};
+    X11EventTaps taps;
     XClient other;
     xcb_window_t elsewhere = other.openWindow(0, 0, 50, 50);
     std::optional<TapHandle> tap;
@@ -62,6 +66,18 @@ protected:
     std::string text;
     Verdict verdict = Verdict::consume;
     bool reenable = false;
+};
+
+/// What the grabs do by themselves: the guard does nothing, which would keep some buttons from everybody.
+class GrabsAloneTest : public X11EventTapsTest {
+protected:
+    GrabsAloneTest() : GrabsAloneTest(std::make_unique<FakeGuard>("echo closed; cat")) {}
+
+private:
+    explicit GrabsAloneTest(std::unique_ptr<FakeGuard> guard)
+        : X11EventTapsTest(guard->program()), m_guard(std::move(guard)) {}
+
+    std::unique_ptr<FakeGuard> m_guard;
 };
 
 } // namespace tapalong::test

@@ -27,8 +27,9 @@ namespace tapalong {
 /// What a grab does not stop is closed from the first tap to the last (see ServerKeys).
 ///
 /// Keys are offered to the taps, newest first. One that no tap consumes goes on to our local monitors and then to
-/// nobody: X cannot hand a grabbed key on. The wheel and all buttons but left and right are offered too, wherever the
-/// pointer is; left and right clicks and motion reach our own windows as ever, and other programs' not at all.
+/// nobody: X cannot hand a grabbed key on. The wheel and all buttons but left and right mean nothing on any device
+/// meanwhile; what comes of them all the same is offered too, wherever the pointer is. Left and right clicks and motion
+/// reach our own windows as ever, and other programs' not at all.
 ///
 /// When the server takes keyboard or pointer away for good, or refuses them to a tap that is being enabled again, the
 /// taps are told tapDisabledByUserInput; for a refusal again and again, a few times a second, until it is had or given
