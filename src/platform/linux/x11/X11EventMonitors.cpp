@@ -117,8 +117,9 @@ Verdict X11EventMonitors::handleOwnKey(const xcb_key_press_event_t& event, bool 
 void X11EventMonitors::updateGlobalInterest() {
     std::uint32_t wanted = rawEventsFor(m_registry.globalInterest());
     if (m_tapHoldsInput) {
-        // Each movement of the pointer would wake us for nothing. Keys and buttons have a state that we need afterwards.
-        wanted &= ~std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_MOTION};
+        // Each key and each movement of the pointer would wake us for nothing. What keys are down is asked afterwards;
+        // the left button's state is only told.
+        wanted &= rawEventsFor(buttonEvents & ~motionEvents);
     }
     if (wanted == m_selected || !m_connection.isUsable()) {
         return;
