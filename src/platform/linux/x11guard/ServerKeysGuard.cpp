@@ -112,8 +112,9 @@ bool ServerKeysGuard::closeDevice(const Device& device) {
 bool ServerKeysGuard::closeKeyboard(const Device& keyboard, SavedKeyboard& saved) {
     bool isClosed = takeOutServerActions(xcb(), keyboard.id, m_snapshot, *m_note);
     const auto controls = enabledControls(xcb(), keyboard.id);
-    if (controls && (*controls & hotKeys) != 0) {
-        saved.enabledControls |= hotKeys; // the desktop may have switched them on meanwhile: it gets them back
+    saved.enabledControls |= controls.value_or(0) & hotKeys; // switched on meanwhile: the desktop gets them back
+    if ((saved.enabledControls & hotKeys) != 0) {
+        // Told for each device: those of a master went off with it, and come back alone.
         switchOnWhenWeAreGone(xcb(), keyboard.id, hotKeys);
         isClosed = setControls(xcb(), keyboard.id, hotKeys, 0) && isClosed;
     }
