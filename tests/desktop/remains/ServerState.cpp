@@ -9,7 +9,6 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <iomanip>
@@ -39,28 +38,27 @@ void bits(std::ostream& out, std::string_view name, std::span<const std::uint8_t
     out << std::dec << '\n';
 }
 
-void speakXkb(xcb_connection_t* xcb) {
-    (void)own(xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr));
-}
-
-void writeXkb(xcb_connection_t* xcb, std::ostream& out) {
-    speakXkb(xcb);
-    if (const auto s = own(xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, coreKeyboard), nullptr))) {
-        line(out, "modifiers", s->mods, s->baseMods, s->latchedMods, s->lockedMods);
-        line(out, "group", s->group, s->baseGroup, s->latchedGroup, s->lockedGroup);
-        line(out, "buttons", s->ptrBtnState);
+/// Locks and controls of a keyboard; nothing for a device that is none.
+void writeXkb(xcb_connection_t* xcb, std::uint16_t device, const std::string& of, std::ostream& out) {
+    if (const auto s = own(xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, device), nullptr))) {
+        line(out, "modifiers" + of, s->mods, s->baseMods, s->latchedMods, s->lockedMods);
+        line(out, "group" + of, s->group, s->baseGroup, s->latchedGroup, s->lockedGroup);
+        line(out, "buttons that are down" + of, s->ptrBtnState);
     }
-    if (const auto c = own(xcb_xkb_get_controls_reply(xcb, xcb_xkb_get_controls(xcb, coreKeyboard), nullptr))) {
-        line(out, "enabled controls", c->enabledControls);
-        line(out, "groups", c->numGroups, c->groupsWrap);
-        line(out, "internal and ignored modifiers", c->internalModsMask, c->internalModsRealMods, c->internalModsVmods,
-             c->ignoreLockModsMask, c->ignoreLockModsRealMods, c->ignoreLockModsVmods);
-        line(out, "repeat, slow, debounce", c->repeatDelay, c->repeatInterval, c->slowKeysDelay, c->debounceDelay);
-        line(out, "mouse keys", c->mouseKeysDfltBtn, c->mouseKeysDelay, c->mouseKeysInterval, c->mouseKeysTimeToMax,
-             c->mouseKeysMaxSpeed, c->mouseKeysCurve);
-        line(out, "AccessX", c->accessXOption, c->accessXTimeout, c->accessXTimeoutOptionsMask,
+    if (const auto c = own(xcb_xkb_get_controls_reply(xcb, xcb_xkb_get_controls(xcb, device), nullptr))) {
+        line(out, "enabled controls" + of, c->enabledControls);
+        line(out, "groups" + of, c->numGroups, c->groupsWrap);
+        line(out, "internal and ignored modifiers" + of, c->internalModsMask, c->internalModsRealMods,
+             c->internalModsVmods, c->ignoreLockModsMask, c->ignoreLockModsRealMods, c->ignoreLockModsVmods);
+        line(out, "repeat, slow, debounce" + of, c->repeatDelay, c->repeatInterval, c->slowKeysDelay, c->debounceDelay);
+        line(out, "mouse keys" + of, c->mouseKeysDfltBtn, c->mouseKeysDelay, c->mouseKeysInterval,
+             c->mouseKeysTimeToMax, c->mouseKeysMaxSpeed, c->mouseKeysCurve);
+        line(out, "AccessX" + of, c->accessXOption, c->accessXTimeout, c->accessXTimeoutOptionsMask,
              c->accessXTimeoutOptionsValues, c->accessXTimeoutMask, c->accessXTimeoutValues);
-        bits(out, "keys that repeat", c->perKeyRepeat);
+        bits(out, "keys that repeat" + of, c->perKeyRepeat);
+    }
+    if (const auto l = own(xcb_xkb_get_indicator_state_reply(xcb, xcb_xkb_get_indicator_state(xcb, device), nullptr))) {
+        line(out, "lights" + of, l->state);
     }
 }
 
@@ -83,7 +81,7 @@ void writeCore(xcb_connection_t* xcb, std::ostream& out) {
 }
 
 /// All of a keymap in one number. xkbcomp leaves out what keys do, where the symbols imply it.
-void writeKeymap(xcb_connection_t* xcb, std::uint16_t device, std::ostream& out) {
+void writeKeymap(xcb_connection_t* xcb, std::uint16_t device, const std::string& of, std::ostream& out) {
     constexpr std::uint16_t everything = 0xFF;
     const auto request = xcb_xkb_get_map(xcb, device, everything, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
     const auto map = own(xcb_xkb_get_map_reply(xcb, request, nullptr));
@@ -93,18 +91,23 @@ void writeKeymap(xcb_connection_t* xcb, std::uint16_t device, std::ostream& out)
     // Behind the part that tells one answer from another.
     constexpr std::size_t head = offsetof(xcb_xkb_get_map_reply_t, pad0);
     const std::string_view reply(reinterpret_cast<const char*>(map.get()), 32 + std::size_t{map->length} * 4);
-    line(out, "keymap with actions of device " + std::to_string(device),
-         std::hash<std::string_view>{}(reply.substr(head)));
+    line(out, "keymap with actions" + of, std::hash<std::string_view>{}(reply.substr(head)));
 }
 
-void writeButtons(xcb_connection_t* xcb, std::uint16_t device, std::ostream& out) {
+/// Where the keys of a device go by themselves, and its events of the extension with them.
+void writeFocus(xcb_connection_t* xcb, std::uint16_t device, const std::string& of, std::ostream& out) {
+    if (const auto f = own(xcb_input_xi_get_focus_reply(xcb, xcb_input_xi_get_focus(xcb, device), nullptr))) {
+        line(out, "focus" + of, f->focus);
+    }
+}
+
+void writeButtons(xcb_connection_t* xcb, std::uint16_t device, const std::string& of, std::ostream& out) {
     const auto request = xcb_input_get_device_button_mapping(xcb, static_cast<std::uint8_t>(device));
     const auto map = own(xcb_input_get_device_button_mapping_reply(xcb, request, nullptr));
     if (!map) {
         return; // it has none
     }
-    bits(out, "buttons of device " + std::to_string(device),
-         {xcb_input_get_device_button_mapping_map(map.get()), map->map_size});
+    bits(out, "buttons" + of, {xcb_input_get_device_button_mapping_map(map.get()), map->map_size});
 }
 
 void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
@@ -116,9 +119,13 @@ void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
     }
     auto each = xcb_input_xi_query_device_infos_iterator(devices.get());
     for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
-        line(out, "device", each.data->deviceid, each.data->type, each.data->attachment, each.data->enabled);
-        writeKeymap(xcb, each.data->deviceid, out);
-        writeButtons(xcb, each.data->deviceid, out);
+        const std::string number = std::to_string(each.data->deviceid);
+        line(out, "device " + number, each.data->type, each.data->attachment, each.data->enabled);
+        const std::string of = " of device " + number;
+        writeXkb(xcb, each.data->deviceid, of, out);
+        writeKeymap(xcb, each.data->deviceid, of, out);
+        writeButtons(xcb, each.data->deviceid, of, out);
+        writeFocus(xcb, each.data->deviceid, of, out);
     }
 }
 
@@ -131,7 +138,9 @@ void writeProperty(xcb_connection_t* xcb, xcb_window_t root, const std::string& 
     constexpr std::uint32_t most = 4096;
     const auto query = xcb_get_property(xcb, 0, root, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     const auto value = own(xcb_get_property_reply(xcb, query, nullptr));
-    if (value) {
+    if (value && value->type == XCB_ATOM_NONE) {
+        out << name << ": absent\n";
+    } else if (value) {
         bits(out, name,
              {static_cast<const std::uint8_t*>(xcb_get_property_value(value.get())),
               static_cast<std::size_t>(xcb_get_property_value_length(value.get()))});
@@ -158,22 +167,14 @@ void writeWindows(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
 
 } // namespace
 
-void allowHotKeys(xcb_connection_t* xcb) {
-    speakXkb(xcb);
-    constexpr std::uint32_t hotKeys = XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS;
-    constexpr std::array<std::uint8_t, 32> repeats{};
-    const auto request = xcb_xkb_set_controls_checked(xcb, coreKeyboard, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, hotKeys,
-                                                      hotKeys, XCB_XKB_CONTROL_CONTROLS_ENABLED, 0, 0, 0, 0, 0, 0, 0, 0,
-                                                      0, 0, 0, 0, 0, 0, repeats.data());
-    (void)own(xcb_request_check(xcb, request));
-}
-
 void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
-    writeXkb(xcb, out);
+    (void)own(xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr));
+    writeXkb(xcb, coreKeyboard, "", out);
     writeCore(xcb, out);
     writeDevices(xcb, out);
-    for (const char* const name : {"_NET_CURRENT_DESKTOP", "_NET_NUMBER_OF_DESKTOPS", "_NET_SHOWING_DESKTOP",
-                                   "_NET_WORKAREA", "_NET_CLIENT_LIST_STACKING", "_XKB_RULES_NAMES"}) {
+    for (const char* const name :
+         {"_NET_CURRENT_DESKTOP", "_NET_NUMBER_OF_DESKTOPS", "_NET_SHOWING_DESKTOP", "_NET_WORKAREA",
+          "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW", "_XKB_RULES_NAMES", "_TAPALONG_SERVER_KEYS"}) {
         writeProperty(xcb, root, name, out);
     }
     writeWindows(xcb, root, out);

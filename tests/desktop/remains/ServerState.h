@@ -6,11 +6,8 @@
 
 namespace tapalong::test {
 
-/// Writes the state of the server and of its desktop, one "name: value" per line: what a program could change and
+/// Writes the state of the server and of its desktop, one "name: value" per line and each name once: what a program could change and
 /// leave behind. The keymap is not here: xkbcomp writes it better.
 void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out);
-
-/// Switches the accessibility features' hot keys on, as most desktops have them: five Shifts and the like.
-void allowHotKeys(xcb_connection_t* xcb);
 
 } // namespace tapalong::test

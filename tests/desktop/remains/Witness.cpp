@@ -1,6 +1,7 @@
 // Another program on the display, led by a test: it types, gets keys, and tells in which state the server is. One
 // command per line of standard input; each answer ends with a line that holds a full stop alone.
 
+#include "desktop/remains/DeviceChanges.h"
 #include "desktop/remains/ProgramsClients.h"
 #include "desktop/remains/Replies.h"
 #include "desktop/remains/ServerState.h"
@@ -35,11 +36,13 @@ private:
         return out.str();
     }
 
-    /// Whether a key that is typed into another program's window arrives there.
+    /// Whether a key that is typed into another program's window arrives there. Leaves the focus where it was.
     std::string getsKeys() {
         if (m_window == XCB_NONE) {
             m_window = m_client.openWindow(0, 0, 8, 8);
         }
+        auto* const xcb = m_client.xcb();
+        const auto before = own(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
         m_client.focus(m_window);
         m_client.forget();
         m_client.tap(keyThatIsTyped);
@@ -47,6 +50,8 @@ private:
         while (m_client.count(XCB_KEY_PRESS, keyThatIsTyped) == 0 && std::chrono::steady_clock::now() < end) {
             std::this_thread::sleep_for(2ms);
         }
+        xcb_set_input_focus(xcb, before->revert_to, before->focus, XCB_CURRENT_TIME);
+        m_client.sync();
         return m_client.count(XCB_KEY_PRESS, keyThatIsTyped) == 1 ? "yes\n" : "no\n";
     }
 
@@ -77,6 +82,21 @@ private:
         return {};
     }
 
+    std::string changeDevice(std::istream& words) {
+        std::string what;
+        std::uint16_t device = 0;
+        std::uint32_t value = 0;
+        words >> what >> device >> value;
+        if (what == "focus") {
+            setDeviceFocus(m_client.xcb(), device, value);
+        } else if (what == "locks") {
+            setLockedModifiers(m_client.xcb(), device, static_cast<std::uint8_t>(value));
+        } else if (what == "hot-keys") {
+            setHotKeys(m_client.xcb(), device, value != 0 ? HotKeys::on : HotKeys::off);
+        }
+        return {};
+    }
+
     std::string resources(std::istream& words) {
         pid_t pid = 0;
         words >> pid;
@@ -95,11 +115,7 @@ private:
         {"covered", [this](std::istream&) { return isCovered(); }},
         {"chord", [this](std::istream& words) { return chord(words); }},
         {"move", [this](std::istream& words) { return move(words); }},
-        {"allow-hot-keys",
-         [this](std::istream&) {
-             allowHotKeys(m_client.xcb());
-             return std::string();
-         }},
+        {"change-device", [this](std::istream& words) { return changeDevice(words); }},
         {"resources", [this](std::istream& words) { return resources(words); }},
     };
 };

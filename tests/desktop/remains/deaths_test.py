@@ -1,5 +1,6 @@
 """However the program dies, and at whatever step of a session: within one second nothing of it is left."""
 import os
+import re
 import signal
 import subprocess
 import sys
@@ -20,6 +21,8 @@ DEATHS = (
     ("out of memory", kinds.STARVED),
 )
 ONE_SECOND = 1.0
+# As the X server counts.
+SLAVE_KEYBOARD, CAPS_LOCKED = "4", 1 << 1
 
 
 class Deaths(unittest.TestCase):
@@ -60,7 +63,7 @@ class KilledWithItsGuard(unittest.TestCase):
             stage.program.process.kill()
             stage.program.process.wait()
             left = " ".join(stage.what_is_left_after(1))
-            for expected in ("keymap with actions", "modifiers", "group"):
+            for expected in ("keymap with actions", "modifiers", "group", "focus of device", "_TAPALONG_SERVER_KEYS"):
                 self.assertIn(expected, left)
             for foreign in ("process", "keys do not reach", "windows", "enabled controls"):
                 self.assertNotIn(foreign, left)
@@ -110,6 +113,42 @@ class WhatWouldBeNoticed(unittest.TestCase):
                 self.assert_noticed(name)
                 self.stage.desktop.xdotool(*back.split())
                 self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def test_one_device_that_differs(self):
+        """Of those that are no matter of the keyboard that all programs share."""
+        for device in self.devices():
+            state = self.stage.before
+            locks = int(state[f"modifiers of device {device}"].split()[3])
+            for what, before, other, name in (
+                    ("focus", int(state[f"focus of device {device}"]), 0, "focus"),
+                    ("locks", locks, locks ^ CAPS_LOCKED, "modifiers"),
+                    ("hot-keys", 1, 0, "enabled controls")):
+                with self.subTest(f"{what} of device {device}"):
+                    self.stage.witness.ask("change-device", what, device, other)
+                    self.assert_noticed(f"{name} of device {device}")
+                    self.stage.witness.ask("change-device", what, device, before)
+                    self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def devices(self):
+        """The keyboards by themselves, the first of which the test's own keys come from."""
+        devices = [name.split()[-1] for name, value in self.stage.before.items()
+                   if re.fullmatch(r"device \d+", name) and value.split()[0] == SLAVE_KEYBOARD]
+        self.assertGreaterEqual(len(devices), 2)
+        return devices
+
+    def test_another_window_that_has_the_focus(self):
+        for change, name in (("windowfocus", "focus of device"), ("windowactivate", "_NET_ACTIVE_WINDOW")):
+            with self.subTest(change):
+                self.stage.desktop.xdotool("search", "--name", "^lower$", change)
+                self.assert_noticed(name)
+                self.stage.focus_as_before()
+                self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def test_a_note_that_is_still_there(self):
+        note = "_TAPALONG_SERVER_KEYS"
+        self.stage.desktop.call(["xprop", "-root", "-f", note, "8s", "-set", note, ""])
+        self.assert_noticed(note)
+        self.stage.desktop.call(["xprop", "-root", "-remove", note])
 
     def test_a_keyboard_that_is_still_held(self):
         holder = subprocess.Popen([sys.executable, "-c", HOLD_KEYBOARD], env=self.stage.desktop.environment,

@@ -17,6 +17,8 @@ PROGRAM = os.environ["TAPALONG_PROGRAM"]
 SETTINGS = {"exitPassword": "asdf", "useTouchID": False, "kioskMode": True, "hotCornerDwellTime": 0.5}
 PASSWORD = (keys.A, keys.S, keys.D, keys.F)
 
+CORE_KEYBOARD = 0x100  # as the server's keyboard extension calls what all programs share
+
 LOCKED = "✅ CGEventTap active — all keyboard input intercepted"
 UNLOCKED = "🔓 CGEventTap deactivated — normal input restored"
 
@@ -57,11 +59,16 @@ class Stage:
             self.desktop.run_beside(["xev", "-name", name, "-geometry", "200x100+20+20"])
             self.desktop.window(name)
         self.witness = Witness(self.desktop)
-        self.witness.ask("allow-hot-keys")
+        self.witness.ask("change-device", "hot-keys", CORE_KEYBOARD, 1)
         self.point = FaultPoint(self.desktop.path("fault-point"))
         wait_until(lambda: self.witness.says("gets-keys"), "a key in the witness's window")
+        self.focus_as_before()
         self.desktop.settle()
         self.before = self.witness.server_state()
+
+    def focus_as_before(self):
+        """A window that the window manager manages has the focus: it gives it back when the program's has gone."""
+        self.desktop.xdotool("search", "--name", "^upper$", "windowactivate", "--sync")
 
     # The program's life.
 
@@ -127,14 +134,18 @@ class Stage:
 
     def what_is_left(self):
         """What differs from the time before the program, in words; empty when nothing does."""
+        return self._what_differs() + self._what_is_kept()
+
+    def _what_differs(self):
         left = [f"process {pid} runs: {command}" for pid, command in self.processes()]
-        if not self.witness.says("gets-keys"):
-            left.append("keys do not reach other programs")
         now = self.witness.server_state()
         for name in sorted(self.before.keys() | now.keys()):
             if self.before.get(name) != now.get(name):
                 left.append(difference(name, self.before.get(name), now.get(name)))
         return left
+
+    def _what_is_kept(self):
+        return [] if self.witness.says("gets-keys") else ["keys do not reach other programs"]
 
     def what_is_left_after(self, seconds, since=None):
         """As soon as nothing is left, or when that time is over. Only the state then counts, not how long it took
@@ -142,7 +153,10 @@ class Stage:
         end = (time.monotonic() if since is None else since) + seconds
         while True:
             is_last = time.monotonic() >= end
-            left = self.what_is_left()
+            left = self._what_differs()
+            # To find out takes the focus for a moment, which is among what is compared.
+            if not left or is_last:
+                left += self._what_is_kept()
             if not left or is_last:
                 return left
             time.sleep(0.02)
