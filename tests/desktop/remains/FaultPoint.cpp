@@ -18,6 +18,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdlib>
+#include <ctime>
 #include <string_view>
 
 extern "C" void* __libc_malloc(std::size_t size); // NOLINT: the C library's name for its own malloc()
@@ -97,8 +98,15 @@ std::uint32_t allocatedBytes() {
     return static_cast<std::uint32_t>(memory.uordblks + memory.hblkhd);
 }
 
+std::uint32_t milliseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<std::uint32_t>(now.tv_sec * 1000 + now.tv_nsec / 1'000'000);
+}
+
 void happen(FaultPoint& point) {
     using Kind = FaultPoint::Kind;
+    point.reachedAt = milliseconds();
     point.reached = 1;
     switch (point.kind) {
     case Kind::none:

@@ -28,6 +28,7 @@ struct FaultPoint {
     std::atomic<Kind> kind;
     std::atomic<std::uint32_t> reached;   ///< 1 from the moment at which it happens
     std::atomic<std::uint32_t> allocated; ///< bytes, once measured
+    std::atomic<std::uint32_t> reachedAt; ///< milliseconds of the monotonic clock, the lowest 32 bits
 };
 
 } // namespace tapalong::test

@@ -2,12 +2,13 @@
 import mmap
 import os
 import struct
+import time
 
 LIBRARY = os.environ["TAPALONG_FAULT_LIBRARY"]
 
 KILLED, BROKEN_MEMORY, STOPPED, TOOLKIT_CUT, OWN_CUT, STARVED, TERMINATE, INTERRUPT, HANG_UP, MEASURED = range(1, 11)
 
-FIELDS = ("pid", "count", "at", "kind", "reached", "allocated")
+FIELDS = ("pid", "count", "at", "kind", "reached", "allocated", "reached_at")
 LAYOUT = struct.Struct(f"={len(FIELDS)}I")
 
 
@@ -40,6 +41,12 @@ class FaultPoint:
     @property
     def reached(self):
         return self._get("reached") != 0
+
+    @property
+    def reached_at(self):
+        """By time.monotonic(): the moment before it happened."""
+        now = time.monotonic()
+        return now - (int(now * 1000) - self._get("reached_at")) % (1 << 32) / 1000
 
     @property
     def allocated(self):

@@ -11,6 +11,7 @@ from stage import PASSWORD, Stage, wait_until
 from rig.figures import figure
 
 PHASES = ("start", "typing", "question", "end")
+TRIES = 3
 DESKTOPS = 3  # at a time: most of a death is waiting
 
 Fault = collections.namedtuple("Fault", "name kind phase step")
@@ -102,11 +103,12 @@ class Campaign:
     """Runs the faults of a plan on several desktops at a time, and collects what each left."""
 
     def __init__(self, run):
-        self._run = run  # (stage, fault) -> whether its step was reached, and what is left, in words
+        self._run = run  # (stage, fault) -> how many steps there were if its own was not, and what is left, in words
         self._lock = threading.Lock()
         self.failures = []
         self.done = collections.Counter()
-        self.missed = 0
+        self.missed = collections.Counter()
+        self.slowest = collections.Counter()
 
     def go(self, word, faults, number):
         """`number` faults of these kinds, spread over all steps of a session. Says what came of them."""
@@ -118,8 +120,11 @@ class Campaign:
             worker.start()
         for worker in workers:
             worker.join()
-        figure(f"done: {dict(self.done)}; {len(self.failures)} with something to complain of; {self.missed} had fewer "
-               "steps than were counted and ended at the end of the phase")
+        table = [f"    {'':32}{'reached':>9}{'missed':>9}{'slowest until nothing was left':>33}"]
+        for name, _ in faults:
+            table.append(f"    {name:32}{self.done[name]:9}{self.missed[name]:9}{self.slowest[name]:31.2f} s")
+        figure("\n".join(table))
+        figure(f"{len(self.failures)} with something to complain of")
         for failure in self.failures:
             figure("    " + failure.replace("\n", " "))
 
@@ -137,22 +142,34 @@ class Campaign:
                 self.failures.append(traceback.format_exc())
 
     def _one(self, stage, fault):
-        was_reached = True
-        try:
-            was_reached, left = self._run(stage, fault)
-        except AssertionError as error:
-            left = [f"the test got lost: {error!r}"]
-        if left:
-            stage.clear()
-        with self._lock:
-            self.done[fault.name] += 1
-            self.missed += not was_reached
+        """A fault that was missed ends plainly, which is none of its kind, and is tried again at the last step that
+        there was: counts differ by a few."""
+        for _ in range(TRIES):
+            fewer_steps, left = None, []
+            try:
+                fewer_steps, left = self._run(stage, fault)
+            except AssertionError as error:
+                left = [f"the test got lost: {error!r}"]
             if left:
-                self.failures.append(f"{fault.name} at step {fault.step} of {fault.phase}: " + "; ".join(left))
+                stage.clear()
+            with self._lock:
+                self._note(stage, fault, fewer_steps, left)
+            if fewer_steps is None:
+                return
+            fault = fault._replace(step=min(fault.step - 1, fewer_steps))
+
+    def _note(self, stage, fault, fewer_steps, left):
+        if left:
+            self.failures.append(f"{fault.name} at step {fault.step} of {fault.phase}: " + "; ".join(left))
+        if fewer_steps is not None:
+            self.missed[fault.name] += 1
+        else:
+            self.done[fault.name] += 1
+            self.slowest[fault.name] = max(self.slowest[fault.name], stage.took or 0)
 
 
 def reach(stage, fault):
-    """Leads the program to the fault. False when it ended its work before that step: counts differ by a few."""
+    """Leads the program to the fault. When it has ended its work before that step: after how many."""
     course = Course(stage)
     course.before(fault.phase)
     stage.point.arm(fault.kind, fault.step)
@@ -163,9 +180,10 @@ def reach(stage, fault):
             stage.witness.type(keys.A)
         time.sleep(0.005)
     if stage.point.reached:
-        return True
+        return None
+    steps = stage.point.count
     stage.point.arm(fault.kind, 0)  # or it happens while the program is already leaving
-    return False
+    return steps
 
 
 def count_steps():

@@ -20,8 +20,8 @@ class Signals(unittest.TestCase):
 
     @staticmethod
     def leave(stage, fault):
-        was_reached = reach(stage, fault)
-        if not was_reached:
+        fewer_steps = reach(stage, fault)
+        if fewer_steps is not None:
             stage.program.process.terminate()
         program = stage.program
         left = []
@@ -35,7 +35,7 @@ class Signals(unittest.TestCase):
         with open(stage.desktop.settings_file, encoding="utf-8") as file:
             if json.load(file) != SETTINGS:
                 left.append("the settings changed")
-        return was_reached, left + stage.what_is_left_after(1)
+        return fewer_steps, left + stage.what_is_left_after(1)
 
 
 if __name__ == "__main__":

@@ -32,6 +32,7 @@ class Stage:
         self.point = None
         self.program = None
         self.before = None
+        self.took = None
 
     def __enter__(self):
         self.desktop.__enter__()
@@ -106,11 +107,17 @@ class Stage:
 
     def ask_for_the_way_out(self):
         self.witness.ask("move", 1023, 0)
-        time.sleep(1.2)  # the corner is looked at four times a second, and half a second there counts
+        self.pause(1.2)  # the corner is looked at four times a second, and half a second there counts
         self.witness.ask("move", 300, 600)
 
     def wait_for_the_question(self):
-        time.sleep(0.8)  # it fades in, and takes the keyboard
+        self.pause(0.8)  # it fades in, and takes the keyboard
+
+    def pause(self, seconds):
+        """Not for longer than until a fault has happened: what is left of it is looked for at once."""
+        end = time.monotonic() + seconds
+        while not self.point.reached and time.monotonic() < end:
+            time.sleep(0.005)
 
     def end_session(self):
         """By the corner and the password."""
@@ -148,15 +155,18 @@ class Stage:
         return [] if self.witness.says("gets-keys") else ["keys do not reach other programs"]
 
     def what_is_left_after(self, seconds, since=None):
-        """As soon as nothing is left, or when that time is over. Only the state then counts, not how long it took
-        to find out."""
-        end = (time.monotonic() if since is None else since) + seconds
+        """As soon as nothing is left, or when that time is over. `self.took` says how long it lasted until nothing was
+        left, and is never less than that: it is taken when a look has ended, and what a look sees was so before."""
+        since = time.monotonic() if since is None else since
         while True:
-            is_last = time.monotonic() >= end
+            is_last = time.monotonic() - since >= seconds
             left = self._what_differs()
             # To find out takes the focus for a moment, which is among what is compared.
             if not left or is_last:
                 left += self._what_is_kept()
+            self.took = time.monotonic() - since
+            if not left and self.took > seconds:
+                return [f"nothing is left, but that is sure only after {self.took:.2f} s"]
             if not left or is_last:
                 return left
             time.sleep(0.02)
