@@ -6,7 +6,8 @@ import unittest
 from case import PASSWORD, DesktopCase
 
 # Keys by their place, as the server numbers them.
-PLACES = {"g": 42, "i": 31, "r": 27, "a": 38, "f": 41, "e": 26, "Shift": 50, "CapsLock": 66, "Menu": 135}
+PLACES = {"g": 42, "i": 31, "r": 27, "a": 38, "f": 41, "e": 26, "Shift": 50, "CapsLock": 66, "Menu": 135,
+          "Control": 37, "Alt": 64, "Super": 133}
 
 
 class Keys:
@@ -29,6 +30,12 @@ class Keys:
             self._send(PLACES[name], 0)
             if held:
                 self._send(PLACES[held], 0)
+
+    def set_sticky(self, on):
+        """Modifiers tapped stay for one key, and tapped twice until they are tapped again."""
+        core_keyboard, sticky_keys = ctypes.c_uint(0x100), ctypes.c_uint(8)
+        self.x.XkbChangeEnabledControls(self.display, core_keyboard, sticky_keys, sticky_keys if on else 0)
+        self.x.XSync(self.display, 0)
 
     def _send(self, code, down):
         self.test.XTestFakeKeyEvent(self.display, code, down, ctypes.c_ulong(0))
@@ -81,6 +88,19 @@ class Exit(ExitCase):
         self.program.find("Caps Lock is on")
         self.enter(*PASSWORD, held="Shift")
         self.assert_out()
+
+    def test_modifiers_that_a_child_locked_do_not_keep_the_password_out(self):
+        self.keys.set_sticky(True)
+        self.addCleanup(self.keys.set_sticky, False)
+        for taps in (["Control"], ["Control"] * 2, ["Alt"] * 2, ["Super"] * 2,
+                     ["Control", "Control", "Alt", "Alt", "Super", "Super"]):
+            with self.subTest(taps=taps):
+                self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)
+                self.keys.press(*taps)
+                self.open_overlay()
+                self.enter(*PASSWORD)
+                self.assert_out()
+                self.program.quit()
 
     def test_the_layout_is_switched_in_the_session_and_back_in_the_overlay(self):
         for lockdown in (True, False):

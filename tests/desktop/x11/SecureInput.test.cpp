@@ -43,6 +43,12 @@ protected:
         secureInput.setSecureField(nullptr);
     }
 
+    /// Locks these modifiers and no other.
+    void lock(std::uint8_t modifiers) {
+        xcb_xkb_latch_lock_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, 0xFF, modifiers, 0, 0, 0, 0, 0);
+        (void)own(xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
+    }
+
     X11Connection connection;
     SecureInput secureInput;
     X11EventMonitors monitors{connection};
@@ -109,6 +115,21 @@ TEST_F(SecureInputTest, AltGrAndDeadKeysTypeIntoTheField) {
     other.tap(KEY_EQUAL);
     other.tap(KEY_E);
     ASSERT_TRUE(spinUntil([&] { return window.field.text == "@é"; }));
+}
+
+TEST_F(SecureInputTest, LockedControlLeavesTheTextAndAHeldOneMakesChords) {
+    lock(XCB_MOD_MASK_CONTROL);
+    other.tap(KEY_A);
+    ASSERT_TRUE(spinUntil([&] { return tappedText == "\x01"; })) << "the tap gets keys as they are";
+    focusField();
+    other.tap(KEY_S);
+    other.chord({KEY_LEFTCTRL, KEY_X});
+    other.chord({KEY_LEFTSHIFT, KEY_E});
+    other.tap(KEY_ENTER);
+    const std::vector<int> keys = {Qt::Key_S, Qt::Key_E, Qt::Key_Return};
+    EXPECT_TRUE(spinUntil([&] { return window.field.keys == keys; }));
+    EXPECT_EQ(window.field.text, "sE\r");
+    lock(0);
 }
 
 TEST_F(SecureInputTest, MediaKeysStillGoToTheTap) {

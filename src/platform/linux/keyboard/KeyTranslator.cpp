@@ -22,6 +22,19 @@ XkbHandle<xkb_state> newState(xkb_keymap* keymap) {
     return XkbHandle<xkb_state>{keymap != nullptr ? xkb_state_new(keymap) : nullptr};
 }
 
+XkbHandle<xkb_state> newState(xkb_keymap* keymap, const KeyboardState& like) {
+    auto state = newState(keymap);
+    if (state) {
+        xkb_state_update_mask(state.get(), like.depressedMods, like.latchedMods, like.lockedMods, like.depressedGroup,
+                              like.latchedGroup, like.lockedGroup);
+    }
+    return state;
+}
+
+bool isActive(xkb_state* state, std::uint32_t mods) {
+    return state != nullptr && (xkb_state_serialize_mods(state, XKB_STATE_MODS_EFFECTIVE) & mods) != 0;
+}
+
 // A layout may put anything on a modifier's place (Caps Lock that is a Backspace): such a key is an ordinary one.
 bool modifies(xkb_keysym_t keysym) {
     return keysym == XKB_KEY_NoSymbol || keysym == XKB_KEY_VoidSymbol || keysym == XKB_KEY_Mode_switch ||
@@ -61,8 +74,8 @@ void KeyTranslator::synchronize(const KeyboardState& server) {
     const auto effectiveGroup = [](const KeyboardState& s) {
         return s.depressedGroup + s.latchedGroup + s.lockedGroup;
     };
-    if (effectiveMods(own) != effectiveMods(server) || own.lockedMods != server.lockedMods ||
-        effectiveGroup(own) != effectiveGroup(server)) {
+    if (effectiveMods(own) != effectiveMods(server) || own.depressedMods != server.depressedMods ||
+        own.lockedMods != server.lockedMods || effectiveGroup(own) != effectiveGroup(server)) {
         restart(server);
     }
 }
@@ -85,15 +98,16 @@ void KeyTranslator::follow(std::uint32_t kernelCode, KeyAction action) {
     }
 }
 
-TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction action) {
+TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction action, Commands commands) {
     const auto key = virtualKeyOf(kernelCode);
     const ModifierFlags flagsBefore = flags();
+    const auto state = stateFor(commands);
     TranslatedKey result;
-    result.keysym = m_state ? xkb_state_key_get_one_sym(m_state.get(), kernelCode + xkbOffset) : XKB_KEY_NoSymbol;
-    result.isChord = isChord();
+    result.keysym = state ? xkb_state_key_get_one_sym(state.get(), kernelCode + xkbOffset) : XKB_KEY_NoSymbol;
+    result.isChord = isActive(state.get(), commandMods());
     const EventType type = typeOf(key, result.keysym, action);
     if (type == EventType::keyDown) {
-        result.text = typedText(kernelCode, action, result.keysym);
+        result.text = typedText(state.get(), kernelCode, action, result.keysym);
     }
     follow(kernelCode, action);
 
@@ -122,10 +136,10 @@ void KeyTranslator::forgetHeldKeys() {
 
 ModifierFlags KeyTranslator::flags() const {
     ModifierFlags flags = 0;
-    flags |= isActive(shiftMask) ? Modifier::shift : 0;
-    flags |= isActive(controlMask) ? Modifier::control : 0;
-    flags |= isActive(altMask | m_levelThree) ? Modifier::option : 0;
-    flags |= isActive(superMask) ? Modifier::command : 0;
+    flags |= isActive(m_state.get(), shiftMask) ? Modifier::shift : 0;
+    flags |= isActive(m_state.get(), controlMask) ? Modifier::control : 0;
+    flags |= isActive(m_state.get(), altMask | m_levelThree) ? Modifier::option : 0;
+    flags |= isActive(m_state.get(), superMask) ? Modifier::command : 0;
     flags |= (reckoned().lockedMods & lockMask) != 0 ? Modifier::capsLock : 0;
     return flags;
 }
@@ -143,12 +157,8 @@ KeyboardState KeyTranslator::reckoned() const {
 }
 
 void KeyTranslator::restart(const KeyboardState& state) {
-    m_state = newState(m_keymap.get());
+    m_state = newState(m_keymap.get(), state);
     m_reckoned.clear();
-    if (m_state) {
-        xkb_state_update_mask(m_state.get(), state.depressedMods, state.latchedMods, state.lockedMods,
-                              state.depressedGroup, state.latchedGroup, state.lockedGroup);
-    }
 }
 
 // m_state does not know that the key was down, so what it contributed is taken away by hand, unless another held key
@@ -174,19 +184,26 @@ std::uint32_t KeyTranslator::modifiersOfKey(std::uint32_t kernelCode) const {
     return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);
 }
 
-bool KeyTranslator::isActive(std::uint32_t mods) const {
-    return m_state && (xkb_state_serialize_mods(m_state.get(), XKB_STATE_MODS_EFFECTIVE) & mods) != 0;
+std::uint32_t KeyTranslator::commandMods() const {
+    return controlMask | (altMask & ~m_levelThree) | superMask;
 }
 
-bool KeyTranslator::isChord() const {
-    return isActive(controlMask | (altMask & ~m_levelThree) | superMask);
+XkbHandle<xkb_state> KeyTranslator::stateFor(Commands commands) const {
+    if (m_state && commands == Commands::active) {
+        return XkbHandle<xkb_state>{xkb_state_ref(m_state.get())};
+    }
+    KeyboardState state = reckoned();
+    state.latchedMods &= ~commandMods();
+    state.lockedMods &= ~commandMods();
+    return newState(m_keymap.get(), state);
 }
 
-std::optional<std::string> KeyTranslator::typedText(std::uint32_t kernelCode, KeyAction action, xkb_keysym_t keysym) {
-    if (!m_state || (action == KeyAction::repeat && m_compose.isUnderWay())) {
+std::optional<std::string> KeyTranslator::typedText(xkb_state* state, std::uint32_t kernelCode, KeyAction action,
+                                                    xkb_keysym_t keysym) {
+    if (state == nullptr || (action == KeyAction::repeat && m_compose.isUnderWay())) {
         return std::nullopt;
     }
-    if (action == KeyAction::press && !isActive(controlMask | superMask)) {
+    if (action == KeyAction::press && !isActive(state, controlMask | superMask)) {
         auto step = m_compose.press(keysym);
         if (step.underWay) {
             return std::nullopt;
@@ -197,7 +214,7 @@ std::optional<std::string> KeyTranslator::typedText(std::uint32_t kernelCode, Ke
     }
     const xkb_keycode_t code = kernelCode + xkbOffset;
     std::string text(64, '\0');
-    const int length = xkb_state_key_get_utf8(m_state.get(), code, text.data(), text.size());
+    const int length = xkb_state_key_get_utf8(state, code, text.data(), text.size());
     if (length <= 0) {
         return std::nullopt;
     }

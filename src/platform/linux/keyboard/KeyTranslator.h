@@ -13,6 +13,12 @@ namespace tapalong {
 
 enum class KeyAction : std::uint8_t { press, repeat, release };
 
+/// Which Control, Alt and Super make a command of a key.
+enum class Commands : std::uint8_t {
+    active, ///< those that the server counts as on, latched and locked ones included
+    held,   ///< those that are down: one that stayed on without a finger on it is not there, and the key types
+};
+
 /// The display server's own account of modifiers and layout, as XkbStateNotify and wl_keyboard.modifiers give it.
 struct KeyboardState {
     std::uint32_t depressedMods = 0;
@@ -28,7 +34,7 @@ struct TranslatedKey {
     std::optional<InputEvent> event{};
     xkb_keysym_t keysym = XKB_KEY_NoSymbol;
     std::optional<std::string> text{};
-    /// Control, Alt or Super is down: a command, not typing. AltGr alone makes no command.
+    /// Control, Alt or Super is on: a command, not typing. AltGr alone makes no command.
     bool isChord = false;
 };
 
@@ -49,7 +55,9 @@ public:
     void follow(std::uint32_t kernelCode, KeyAction action);
 
     /// `kernelCode` as in VirtualKeyCodes.h. The event's text is fixed now, whatever the layout becomes.
-    [[nodiscard]] TranslatedKey translate(std::uint32_t kernelCode, KeyAction action);
+    /// Its modifiers are those that are on, whatever makes a command.
+    [[nodiscard]] TranslatedKey translate(std::uint32_t kernelCode, KeyAction action,
+                                          Commands commands = Commands::active);
 
     /// A press of a key that is held is a repetition.
     [[nodiscard]] bool isHeld(std::uint32_t kernelCode) const { return m_held.contains(kernelCode); }
@@ -70,9 +78,10 @@ private:
     void restart(const KeyboardState& state);
     void releaseUnreckoned(std::uint32_t kernelCode);
     [[nodiscard]] std::uint32_t modifiersOfKey(std::uint32_t kernelCode) const;
-    [[nodiscard]] bool isActive(std::uint32_t mods) const;
-    [[nodiscard]] bool isChord() const;
-    [[nodiscard]] std::optional<std::string> typedText(std::uint32_t kernelCode, KeyAction action, xkb_keysym_t keysym);
+    [[nodiscard]] std::uint32_t commandMods() const;
+    [[nodiscard]] XkbHandle<xkb_state> stateFor(Commands commands) const;
+    [[nodiscard]] std::optional<std::string> typedText(xkb_state* state, std::uint32_t kernelCode, KeyAction action,
+                                                       xkb_keysym_t keysym);
 
     XkbHandle<xkb_keymap> m_keymap;
     XkbHandle<xkb_state> m_state;

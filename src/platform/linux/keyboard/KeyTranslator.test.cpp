@@ -154,6 +154,69 @@ TEST_F(KeyTranslatorTest, SuperAndAltChordsKeepTheText) {
     EXPECT_EQ(typedWith(KEY_LEFTALT, KEY_A), "a");
 }
 
+TEST_F(KeyTranslatorTest, ModifierThatStayedOnMakesACommandUnlessOnlyHeldOnesDo) {
+    constexpr std::uint32_t control = 4;
+    constexpr std::uint32_t alt = 8;
+    constexpr std::uint32_t super = 64;
+    for (const std::uint32_t mods : {control, alt, super, control | alt | super}) {
+        for (const KeyboardState& state : {KeyboardState{.latchedMods = mods}, KeyboardState{.lockedMods = mods}}) {
+            use("us", "intl");
+            translator.synchronize(state);
+            EXPECT_TRUE(tap(KEY_A).isChord) << mods;
+            translator.synchronize(state);
+            const auto key = translator.translate(KEY_A, KeyAction::press, Commands::held);
+            EXPECT_FALSE(key.isChord) << mods;
+            EXPECT_EQ(key.text, "a") << mods;
+            EXPECT_EQ(key.event->text(), "a") << mods;
+            EXPECT_NE(key.event->modifierFlags, 0U) << "it is on all the same " << mods;
+            (void)release(KEY_A);
+            (void)translator.translate(KEY_APOSTROPHE, KeyAction::press, Commands::held);
+            (void)release(KEY_APOSTROPHE);
+            EXPECT_EQ(translator.translate(KEY_E, KeyAction::press, Commands::held).text, "é") << mods;
+            (void)release(KEY_E);
+            translator.synchronize({});
+        }
+    }
+}
+
+TEST_F(KeyTranslatorTest, HeldModifierMakesACommandEvenIfItIsLockedToo) {
+    use("us");
+    for (const std::uint32_t locked : {0U, 4U}) {
+        translator.synchronize({.lockedMods = locked});
+        (void)press(KEY_LEFTCTRL);
+        EXPECT_TRUE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
+        (void)release(KEY_A);
+        (void)release(KEY_LEFTCTRL);
+        EXPECT_FALSE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
+        (void)release(KEY_A);
+    }
+}
+
+TEST_F(KeyTranslatorTest, ModifierThatWentFromHeldToLatchedIsNotHeld) {
+    use("us");
+    translator.synchronize({.depressedMods = 4});
+    EXPECT_TRUE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
+    (void)release(KEY_A);
+    translator.synchronize({.latchedMods = 4});
+    EXPECT_FALSE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
+}
+
+TEST_F(KeyTranslatorTest, LockedModifiersThatMakeTheTextDoSoWhateverMakesACommand) {
+    use("de");
+    const auto typedWhile = [this](const KeyboardState& state) {
+        translator.synchronize(state);
+        const auto key = translator.translate(KEY_Q, KeyAction::press, Commands::held);
+        (void)release(KEY_Q);
+        EXPECT_FALSE(key.isChord);
+        return key.text;
+    };
+    EXPECT_EQ(typedWhile({.latchedMods = 1}), "Q");
+    EXPECT_EQ(typedWhile({.lockedMods = 1}), "Q");
+    EXPECT_EQ(typedWhile({.lockedMods = 2}), "Q");
+    EXPECT_EQ(typedWhile({.lockedMods = 128}), "@");
+    EXPECT_EQ(typedWhile({.latchedMods = 128, .lockedMods = 4}), "@");
+}
+
 TEST_F(KeyTranslatorTest, KeysThatTypeNothingHaveNoText) {
     use("us");
     for (const std::uint32_t code : {KEY_PAGEDOWN, KEY_PAGEUP, KEY_HOME, KEY_END, KEY_INSERT, KEY_NUMLOCK, KEY_COMPOSE,

@@ -17,7 +17,8 @@ public:
     [[nodiscard]] bool isOn() const;
 
     /// Gives a grabbed key to the field as the window system would. Text and the keys that edit it; nothing that would
-    /// leave the field or act outside it (Tab, Escape, chords).
+    /// leave the field or act outside it (Tab, Escape, chords). The key is one that was translated with
+    /// Commands::held.
     void deliver(const TranslatedKey& key, KeyAction action);
 
 private:

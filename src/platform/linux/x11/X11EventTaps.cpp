@@ -238,7 +238,9 @@ void X11EventTaps::handleKey(xcb_keycode_t keycode, bool isPress) {
     const KeyAction action = !isPress                     ? KeyAction::release
                              : m_keyboard.isHeld(keycode) ? KeyAction::repeat
                                                           : KeyAction::press;
-    const TranslatedKey key = isPress ? m_keyboard.press(keycode) : m_keyboard.release(keycode);
+    // Sticky keys let a child lock Control: the password would be commands, and nobody would know why it is refused.
+    const Commands commands = isSecure ? Commands::held : Commands::active;
+    const TranslatedKey key = isPress ? m_keyboard.press(keycode, commands) : m_keyboard.release(keycode, commands);
     const bool isIgnored = isPress ? m_ignored.contains(keycode) : m_ignored.erase(keycode) != 0;
     if (!key.event || (isIgnored && key.event->type != EventType::flagsChanged)) {
         return;

@@ -54,14 +54,15 @@ void X11Keyboard::observe(const xcb_generic_event_t& event) {
     }
 }
 
-TranslatedKey X11Keyboard::press(xcb_keycode_t keycode) {
+TranslatedKey X11Keyboard::press(xcb_keycode_t keycode, Commands commands) {
     refresh();
-    return m_translator.translate(kernelCodeOf(keycode), isHeld(keycode) ? KeyAction::repeat : KeyAction::press);
+    const auto action = isHeld(keycode) ? KeyAction::repeat : KeyAction::press;
+    return m_translator.translate(kernelCodeOf(keycode), action, commands);
 }
 
-TranslatedKey X11Keyboard::release(xcb_keycode_t keycode) {
+TranslatedKey X11Keyboard::release(xcb_keycode_t keycode, Commands commands) {
     refresh();
-    return m_translator.translate(kernelCodeOf(keycode), KeyAction::release);
+    return m_translator.translate(kernelCodeOf(keycode), KeyAction::release, commands);
 }
 
 bool X11Keyboard::isHeld(xcb_keycode_t keycode) const {
