@@ -5,6 +5,7 @@
 #include "desktop/support/EventLoop.h"
 #include "desktop/x11/Guards.h"
 #include "desktop/x11/ServerKeysTest.h"
+#include "platform/linux/x11/ServerKeysNote.h"
 
 #include <linux/input-event-codes.h>
 #include <sys/wait.h>
@@ -124,6 +125,35 @@ TEST_F(ServerKeysGuardTest, GuardKilledAtTheVeryEndStillLeavesNothing) {
     kill(runningGuards().at(0), SIGKILL);
     keys.reopen();
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatLosesTheServerAtTheVeryEndStillLeavesNothing) {
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    const auto name =
+        own(xcb_intern_atom_reply(xcb, xcb_intern_atom(xcb, 1, serverKeysNote.size(), serverKeysNote.data()), nullptr));
+    const auto owner = own(xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, name->atom), nullptr));
+    ASSERT_NE(owner->owner, XCB_NONE);
+    ASSERT_EQ(own(xcb_request_check(xcb, xcb_kill_client_checked(xcb, owner->owner))), nullptr);
+    keys.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysGuardTest, OnlyAGuardThatLeavesAndSaysSoHasEnded) {
+    const auto wordOf = [](const std::string& line) {
+        const FakeGuard fake(line);
+        const auto guard = GuardProcess::start(fake.program());
+        guard->endInput();
+        return guard->listen(10s);
+    };
+    EXPECT_EQ(wordOf("exit 0"), GuardProcess::Word::ended);
+    EXPECT_EQ(wordOf("exit 1"), GuardProcess::Word::failed);
+    EXPECT_EQ(wordOf("kill -KILL $$"), GuardProcess::Word::failed);
+    // As a program does whose starter ignored it.
+    std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(wordOf("exit 0"), GuardProcess::Word::failed) << "nobody can know";
+    std::signal(SIGCHLD, SIG_DFL);
 }
 
 TEST_F(ServerKeysGuardTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBackByTheNextProgram) {

@@ -77,6 +77,16 @@ std::string readLine(int descriptor) {
     return line;
 }
 
+/// Waits for its end. Where nobody can say how that was, it counts as a failure.
+bool hasSucceeded(pid_t process) {
+    int status = 0;
+    pid_t ended = -1;
+    do {
+        ended = waitpid(process, &status, 0);
+    } while (ended < 0 && errno == EINTR);
+    return ended == process && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
 } // namespace
 
 std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& program) {
@@ -112,9 +122,8 @@ GuardProcess::Word GuardProcess::listen(std::chrono::milliseconds atMost) {
     if (const auto line = readLine(m_output); !line.empty()) {
         return line == "closed" ? Word::closed : Word::open;
     }
-    int status = 0;
-    waitpid(std::exchange(m_process, -1), &status, 0); // its output is closed, so it has left or is about to
-    return WIFSIGNALED(status) ? Word::killed : Word::ended;
+    // Its output is closed, so it has left or is about to.
+    return hasSucceeded(std::exchange(m_process, -1)) ? Word::ended : Word::failed;
 }
 
 void GuardProcess::endInput() {

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -18,10 +19,15 @@ public:
     GuardProcess(const GuardProcess&) = delete;
     GuardProcess& operator=(const GuardProcess&) = delete;
 
-    enum class Word : std::uint8_t { none, closed, open, ended, killed };
+    enum class Word : std::uint8_t {
+        none,   ///< nothing in that time
+        closed, ///< all that it is for is closed
+        open,   ///< the server refuses a part
+        ended,  ///< there is no process any more, and it did what it was to do at its end
+        failed, ///< there is no process any more, and nothing is known of what it did: it was killed, or lost the server
+    };
 
-    /// Waits for its next word, at most so long. `open` is that the server refuses a part. After `ended` there is no process any more; after `killed` neither,
-    /// but it has not done what it was to do at its end.
+    /// Waits for its next word, at most so long.
     [[nodiscard]] Word listen(std::chrono::milliseconds atMost);
 
     /// To be watched for the next word.

@@ -72,7 +72,7 @@ void ServerKeys::reopen() {
     m_untilNextGuard.stop();
     m_hasFailed = !std::exchange(m_areClosed, false);
     if (!endGuard()) {
-        // It was killed. Another one finds in its note what is to be put back.
+        // It was killed, or lost the server. Another one finds in its note what is to be put back.
         m_guard = GuardProcess::start(m_guardProgram);
         (void)endGuard();
     }
@@ -113,7 +113,7 @@ void ServerKeys::hearGuard() {
         m_areClosed = false;
         break;
     case GuardProcess::Word::ended:
-    case GuardProcess::Word::killed:
+    case GuardProcess::Word::failed:
         replaceGuard();
         break;
     }
@@ -148,7 +148,7 @@ bool ServerKeys::endGuard() {
     for (auto left = patience; left > 0ms;
          left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now())) {
         const auto word = guard->listen(left);
-        if (word == GuardProcess::Word::ended || word == GuardProcess::Word::killed) {
+        if (word == GuardProcess::Word::ended || word == GuardProcess::Word::failed) {
             return word == GuardProcess::Word::ended;
         }
     }

@@ -103,5 +103,6 @@ int main() {
     }
     keepClosedUntilInputEnds(guard);
     guard.reopen();
-    return 0;
+    // Without the server nothing of that was done, and the program sees to a successor.
+    return guard.isConnected() ? 0 : 1;
 }
