@@ -47,6 +47,12 @@ void outliveReaders() {
     }
 }
 
+/// Whoever started the program may ignore what becomes of children and hand that on. Then nobody could say how a guard
+/// of ours ended.
+void learnOfChildren() {
+    std::signal(SIGCHLD, SIG_DFL);
+}
+
 /// Large blocks, pictures all of them, go back to the system when they are freed. By itself the allocator would keep
 /// them from the first one on, and lay what stays among what goes.
 void returnLargeBlocks() {
@@ -96,6 +102,7 @@ std::optional<int> endBecauseItRuns(tapalong::FirstInstance& instance) {
 
 int main(int argc, char* argv[]) {
     outliveReaders();
+    learnOfChildren();
     if (!hasDisplay()) {
         std::cerr << "Tapalong needs a graphical desktop: please start it from there.\n";
         return EXIT_FAILURE;

@@ -1,4 +1,5 @@
-"""What the program prints is a courtesy: it goes on when nobody reads it and when there is nothing to print to."""
+"""How the program was started does not matter to a session. What it prints is a courtesy: it goes on when nobody reads it
+and when there is nothing to print to."""
 import os
 import signal
 import unittest
@@ -12,8 +13,7 @@ class Output(DesktopCase):
         os.close(read_end)
         with os.fdopen(write_end, "wb", 0) as broken:
             self.go_through_a_session(PROGRAM, stdout=broken)
-        ignored = int(self.status_of_program()["SigIgn"], 16)
-        self.assertEqual(ignored & (1 << (signal.SIGPIPE - 1)), 0, "programs that ours starts would inherit it")
+        self.assertFalse(self.ignores(signal.SIGPIPE), "programs that ours starts would inherit it")
         self.assertEqual(self.program.quit(), 0)
 
     def test_nothing_takes_the_place_of_standard_streams_that_are_missing(self):
@@ -22,6 +22,13 @@ class Output(DesktopCase):
         for descriptor in range(3):
             self.assertEqual(os.readlink(f"/proc/{self.program.process.pid}/fd/{descriptor}"), "/dev/null")
         self.assertEqual(self.program.quit(), 0)
+
+    def test_the_ends_of_guards_are_heard_where_the_starter_ignored_those_of_its_children(self):
+        self.go_through_a_session("/usr/bin/env", arguments=("--ignore-signal=CHLD", PROGRAM))
+        self.assertFalse(self.ignores(signal.SIGCHLD))
+
+    def ignores(self, number):
+        return int(self.status_of_program()["SigIgn"], 16) & (1 << (number - 1)) != 0
 
     def go_through_a_session(self, executable, **options):
         settings = {"exitPassword": PASSWORD, "useTouchID": False, "kioskMode": True}
