@@ -128,7 +128,8 @@ bool SecureField::insert(const QKeyEvent& event) {
     }
     const QString text = event.text();
     // A chord's text is a control character; the third level of a keyboard comes as Control with Alt on some.
-    const bool types = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isPrint() || c.isSurrogate(); });
+    const bool types =
+        std::any_of(text.begin(), text.end(), [](QChar c) { return c.category() != QChar::Other_Control; });
     const bool chord = event.modifiers().testFlag(Qt::MetaModifier) ||
                        event.modifiers().testFlag(Qt::ControlModifier) != event.modifiers().testFlag(Qt::AltModifier);
     if (!types || chord) {

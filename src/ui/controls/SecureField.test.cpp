@@ -101,6 +101,13 @@ TEST_F(SettingsFieldTest, PastesButNeverCopies) {
     EXPECT_EQ(password(), "pasted");
 }
 
+TEST_F(SettingsFieldTest, WhateverIsNoControlCharacterTypes) {
+    for (const char* const text : {"a", "\U0001F600", "\u200C", "b"}) {
+        press(*gui.window, 0, QString::fromUtf8(text));
+    }
+    EXPECT_EQ(password(), "a\U0001F600\u200Cb");
+}
+
 TEST_F(SettingsFieldTest, ChordsAndEscapeTypeNothing) {
     press(*gui.window, Qt::Key_B, "\x02", Qt::ControlModifier);
     press(*gui.window, Qt::Key_B, "b", Qt::MetaModifier);

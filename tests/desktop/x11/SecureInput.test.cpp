@@ -38,6 +38,12 @@ protected:
         secureInput.setSecureField(&window.field);
     }
 
+    /// Another keysym in the place of what the layout has.
+    void bind(std::uint32_t kernelCode, xcb_keysym_t keysym) {
+        xcb_change_keyboard_mapping(other.xcb(), 1, static_cast<xcb_keycode_t>(kernelCode + 8), 1, &keysym);
+        other.sync();
+    }
+
     void blurField() {
         window.fieldHasFocus = false;
         secureInput.setSecureField(nullptr);
@@ -130,6 +136,16 @@ TEST_F(SecureInputTest, LockedControlLeavesTheTextAndAHeldOneMakesChords) {
     EXPECT_TRUE(spinUntil([&] { return window.field.keys == keys; }));
     EXPECT_EQ(window.field.text, "sE\r");
     lock(0);
+}
+
+TEST_F(SecureInputTest, CharactersThatTheToolkitHoldsInTwoHalvesOrCallsNoPrintTypeToo) {
+    focusField();
+    bind(KEY_A, 0x0101F600);
+    bind(KEY_B, 0x0100200C); // a letter of Persian words, between others
+    other.tap(KEY_A);
+    other.tap(KEY_B);
+    EXPECT_TRUE(spinUntil([&] { return window.field.text == "\U0001F600\u200C"; })) << window.field.text;
+    setLayout("us");
 }
 
 TEST_F(SecureInputTest, MediaKeysStillGoToTheTap) {

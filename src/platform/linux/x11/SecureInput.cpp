@@ -42,6 +42,11 @@ Qt::Key keyOfText(const QString& text) {
     return upper.size() == 1 ? static_cast<Qt::Key>(upper.front().unicode()) : Qt::Key_unknown;
 }
 
+/// What of it goes into a password is the field's to say. Control characters belong to keys that are not for it.
+bool types(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.category() != QChar::Other_Control; });
+}
+
 Qt::KeyboardModifiers modifiersOf(const TranslatedKey& key) {
     const bool shift = key.event && (key.event->modifierFlags & Modifier::shift) != 0;
     return shift ? Qt::ShiftModifier : Qt::NoModifier;
@@ -59,7 +64,7 @@ void SecureInput::deliver(const TranslatedKey& key, KeyAction action) {
     }
     auto text = QString::fromStdString(key.text.value_or(""));
     const auto editing = editingKeyOf(key.keysym);
-    if (!editing && (text.isEmpty() || !text.front().isPrint())) {
+    if (!editing && !types(text)) {
         return;
     }
     const Qt::Key qtKey = editing ? *editing : keyOfText(text);
