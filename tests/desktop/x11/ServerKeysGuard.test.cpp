@@ -314,6 +314,25 @@ TEST_F(ServerKeysGuardTest, DeviceThatCannotBeHadLaterIsSaidToo) {
     EXPECT_EQ(runningGuards(), std::vector<pid_t>{guard});
 }
 
+TEST_F(ServerKeysGuardTest, GuardThatEndsLateIsGoneByTheEndOfTheNextSession) {
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    const pid_t late = runningGuards().at(0);
+    kill(late, SIGSTOP);
+    keys.reopen();
+    EXPECT_EQ(runningGuards(), std::vector<pid_t>{late});
+    kill(late, SIGCONT);
+    EXPECT_TRUE(spinUntil([&] { return before.differencesTo(ServerState::read(xcb)).empty(); }));
+    siginfo_t end{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(late), &end, WEXITED | WNOWAIT), 0);
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    keys.reopen();
+    EXPECT_EQ(kill(late, 0), -1) << "not even a number in the table of processes";
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
 TEST_F(ServerKeysGuardTest, GuardThatDidItsWorkIsExpectedToDoItAgain) {
     ServerKeys keys;
     EXPECT_TRUE(keys.canBeClosed());

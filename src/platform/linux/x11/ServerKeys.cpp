@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <system_error>
@@ -32,6 +33,22 @@ bool isLeftOver(xcb_connection_t* xcb) {
     const auto note = own(xcb_get_property_reply(xcb, noteRequest, nullptr));
     const auto owner = own(xcb_get_selection_owner_reply(xcb, ownerRequest, nullptr));
     return note && note->type != XCB_NONE && owner && owner->owner == XCB_NONE;
+}
+
+/// `ended` or `failed`, whatever it says before; none when it does not come in that time.
+std::optional<GuardProcess::Word> endOf(GuardProcess& guard, std::chrono::milliseconds atMost) {
+    const auto end = std::chrono::steady_clock::now() + atMost;
+    auto left = atMost;
+    auto word = GuardProcess::Word::none;
+    do {
+        word = guard.listen(left);
+        if (word == GuardProcess::Word::ended || word == GuardProcess::Word::failed) {
+            return word;
+        }
+        left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        left = std::max(left, 0ms);
+    } while (left > 0ms || word != GuardProcess::Word::none);
+    return std::nullopt;
 }
 
 } // namespace
@@ -83,6 +100,7 @@ bool ServerKeys::canBeClosed() const {
 }
 
 void ServerKeys::startGuard() {
+    std::erase_if(m_lateGuards, [](const auto& each) { return endOf(*each, 0ms).has_value(); });
     m_guard = GuardProcess::start(m_guardProgram);
     if (!m_guard) {
         m_untilNextGuard.start();
@@ -139,20 +157,16 @@ void ServerKeys::replaceGuard() {
 /// False when there was none any more, or none that did its work.
 bool ServerKeys::endGuard() {
     m_guardSpeaks.reset();
-    const auto guard = std::exchange(m_guard, nullptr);
+    auto guard = std::exchange(m_guard, nullptr);
     if (!guard) {
         return false;
     }
     guard->endInput();
-    const auto end = std::chrono::steady_clock::now() + patience;
-    for (auto left = patience; left > 0ms;
-         left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now())) {
-        const auto word = guard->listen(left);
-        if (word == GuardProcess::Word::ended || word == GuardProcess::Word::failed) {
-            return word == GuardProcess::Word::ended;
-        }
+    const auto end = endOf(*guard, patience);
+    if (!end) {
+        m_lateGuards.push_back(std::move(guard)); // but at it
     }
-    return true; // late, but at it
+    return end != GuardProcess::Word::failed;
 }
 
 } // namespace tapalong

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tapalong {
 
@@ -56,6 +57,7 @@ private:
     std::string m_guardProgram;
     bool m_areWanted = false; ///< closed
     std::unique_ptr<GuardProcess> m_guard;
+    std::vector<std::unique_ptr<GuardProcess>> m_lateGuards; ///< at putting back; each to be taken leave of at its end
     std::optional<QSocketNotifier> m_guardSpeaks;
     QObject m_listener; ///< not the notifier itself: hearing it may end it
     QTimer m_untilNextGuard;
