@@ -18,6 +18,10 @@ namespace tapalong {
 /// What keys do at the X server itself, past every grab: virtual terminals, zapping, breaking grabs, accessibility hot
 /// keys, bindings to a single device. Closed and put back by a process of its own (tapalong-x11-guard), so that it is
 /// put back however ours ends.
+///
+/// Waiting for the guard is the main thread's, and the whole program's with it: it must have closed before a session
+/// counts as locked, and put back before one counts as ended. That is a few milliseconds each; the times below are those
+/// of a machine that is very busy, or of a guard that is stopped.
 class ServerKeys {
 public:
     /// The guard that was built and installed together with the running program.
@@ -28,14 +32,18 @@ public:
     ServerKeys(const ServerKeys&) = delete;
     ServerKeys& operator=(const ServerKeys&) = delete;
 
-    /// Puts back what a session left whose program and guard were killed together; nothing where there is none.
+    /// Puts back what a session left whose program and guard were killed together; nothing where there is none. Waits
+    /// for replies of the server, and where there is something to put back as close() and reopen() do together, at most
+    /// a second and a half.
     void putBackLeftOver(const X11Connection& connection);
 
     /// Waits until it is done, at most half a second; what is late counts when it comes, and a guard that fails gets a
-    /// successor every two seconds. Nothing while closed.
+    /// successor every two seconds. The first successor of one that had closed everything is waited for in the same
+    /// way, out of the main loop. Nothing while closed.
     void close();
 
-    /// Puts everything back as it was at close(), locked keys and the layout included. Waits like close().
+    /// Puts everything back as it was at close(), locked keys and the layout included. Waits until it is done, at most
+    /// half a second, and as long again for a successor when the guard has failed. One that is late finishes by itself.
     void reopen();
 
     /// False while open, and while the guard cannot be started or the server refuses it a part.
