@@ -5,8 +5,10 @@
 
 namespace tapalong::test {
 
+template <class Type> using Reply = std::unique_ptr<Type, void (*)(void*)>;
+
 /// Replies of XCB are the caller's to free.
-template <class Reply> std::unique_ptr<Reply, void (*)(void*)> own(Reply* reply) {
+template <class Type> Reply<Type> own(Type* reply) {
     return {reply, &std::free};
 }
 

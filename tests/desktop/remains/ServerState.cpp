@@ -129,15 +129,20 @@ void writeDevices(xcb_connection_t* xcb, std::ostream& out) {
     }
 }
 
-void writeProperty(xcb_connection_t* xcb, xcb_window_t root, const std::string& name, std::ostream& out) {
+/// Null only when the server does not answer.
+Reply<xcb_get_property_reply_t> propertyOf(xcb_connection_t* xcb, xcb_window_t window, const std::string& name) {
     const auto length = static_cast<std::uint16_t>(name.size());
     const auto atom = own(xcb_intern_atom_reply(xcb, xcb_intern_atom(xcb, 0, length, name.c_str()), nullptr));
     if (!atom) {
-        return;
+        return {nullptr, &std::free};
     }
     constexpr std::uint32_t most = 4096;
-    const auto query = xcb_get_property(xcb, 0, root, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
-    const auto value = own(xcb_get_property_reply(xcb, query, nullptr));
+    const auto query = xcb_get_property(xcb, 0, window, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+    return own(xcb_get_property_reply(xcb, query, nullptr));
+}
+
+void writeProperty(xcb_connection_t* xcb, xcb_window_t root, const std::string& name, std::ostream& out) {
+    const auto value = propertyOf(xcb, root, name);
     if (value && value->type == XCB_ATOM_NONE) {
         out << name << ": absent\n";
     } else if (value) {
@@ -167,6 +172,11 @@ void writeWindows(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
 
 } // namespace
 
+bool hasProperty(xcb_connection_t* xcb, xcb_window_t window, const std::string& name) {
+    const auto value = propertyOf(xcb, window, name);
+    return value && value->type != XCB_ATOM_NONE;
+}
+
 void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& out) {
     (void)own(xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr));
     writeXkb(xcb, coreKeyboard, "", out);
@@ -174,7 +184,7 @@ void writeServerState(xcb_connection_t* xcb, xcb_window_t root, std::ostream& ou
     writeDevices(xcb, out);
     for (const char* const name :
          {"_NET_CURRENT_DESKTOP", "_NET_NUMBER_OF_DESKTOPS", "_NET_SHOWING_DESKTOP", "_NET_WORKAREA",
-          "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW", "_XKB_RULES_NAMES", "_TAPALONG_SERVER_KEYS"}) {
+          "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW", "_XKB_RULES_NAMES", guardsNote}) {
         writeProperty(xcb, root, name, out);
     }
     writeWindows(xcb, root, out);

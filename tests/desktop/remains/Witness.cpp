@@ -74,6 +74,30 @@ private:
         return {};
     }
 
+    /// Taps these keys as soon as the guard of the server's keys has noted what there was, if it does within a moment.
+    /// Nobody can put anything back between the look and the keys: the server serves us alone for so long.
+    std::string tapOnceNoted(std::istream& words) {
+        std::vector<std::uint32_t> keys;
+        for (std::uint32_t key = 0; words >> key;) {
+            keys.push_back(key);
+        }
+        const auto end = std::chrono::steady_clock::now() + 20ms;
+        while (!hasProperty(m_client.xcb(), m_client.root(), guardsNote)) {
+            if (std::chrono::steady_clock::now() > end) {
+                return "no\n";
+            }
+            std::this_thread::sleep_for(1ms);
+        }
+        xcb_grab_server(m_client.xcb());
+        const bool isNoted = hasProperty(m_client.xcb(), m_client.root(), guardsNote);
+        for (const auto key : isNoted ? keys : std::vector<std::uint32_t>()) {
+            m_client.tap(key);
+        }
+        xcb_ungrab_server(m_client.xcb());
+        m_client.sync();
+        return isNoted ? "yes\n" : "no\n";
+    }
+
     std::string move(std::istream& words) {
         std::int16_t x = 0;
         std::int16_t y = 0;
@@ -114,6 +138,7 @@ private:
         {"gets-keys", [this](std::istream&) { return getsKeys(); }},
         {"covered", [this](std::istream&) { return isCovered(); }},
         {"chord", [this](std::istream& words) { return chord(words); }},
+        {"tap-once-noted", [this](std::istream& words) { return tapOnceNoted(words); }},
         {"move", [this](std::istream& words) { return move(words); }},
         {"change-device", [this](std::istream& words) { return changeDevice(words); }},
         {"resources", [this](std::istream& words) { return resources(words); }},

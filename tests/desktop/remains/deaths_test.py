@@ -9,7 +9,6 @@ import unittest
 
 import fault_point as kinds
 from faults import Campaign, is_long, is_stopped, reach
-import witness as keys
 from stage import Stage, wait_until
 
 DEATHS = (
@@ -55,7 +54,7 @@ class KilledWithItsGuard(unittest.TestCase):
         with Stage() as stage:
             stage.start_program()
             stage.start_session()
-            stage.mash_what_stays(keys.CAPS_LOCK)
+            stage.mash_what_stays()
             guard = next(pid for pid, command in stage.processes() if command == "x11-keys-guard")
             stage.program.process.send_signal(signal.SIGSTOP)  # or it is quick enough to start another guard
             os.kill(guard, signal.SIGKILL)

@@ -7,7 +7,7 @@ import time
 import traceback
 
 import witness as keys
-from stage import PASSWORD, Stage, wait_until
+from stage import Stage, wait_until
 from rig.figures import figure
 
 PHASES = ("start", "typing", "question", "end")
@@ -37,12 +37,11 @@ class Course:
         if phase == "start":
             return
         self.stage.start_session()
-        # Caps Lock only where no password follows.
-        self.stage.mash_what_stays(*(keys.CAPS_LOCK,) if phase == "typing" else ())
+        self.stage.mash_what_stays()
         if phase == "end":
             self.stage.ask_for_the_way_out()
             self.stage.wait_for_the_question()
-            self.stage.witness.type(*PASSWORD)
+            self.stage.type_password()
             self.stage.wait_for_rest()
 
     def into(self, phase):
@@ -50,13 +49,14 @@ class Course:
         stage = self.stage
         if phase == "start":
             stage.ask_for_session()
+            stage.mash_what_stays_at_once()
         elif phase == "typing":
             stage.witness.type(keys.A, keys.S)
             stage.witness.ask("chord", keys.SHIFT, keys.D)
         elif phase == "question":
             stage.ask_for_the_way_out()
             stage.wait_for_the_question()
-            stage.witness.type(*PASSWORD)
+            stage.type_password()
         else:
             stage.witness.type(keys.ENTER)
 

@@ -17,6 +17,9 @@ PROGRAM = os.environ["TAPALONG_PROGRAM"]
 SETTINGS = {"exitPassword": "asdf", "useTouchID": False, "kioskMode": True, "hotCornerDwellTime": 0.5}
 PASSWORD = (keys.A, keys.S, keys.D, keys.F)
 
+# Keys whose effect outlasts them, for the locks, the layout and the accessibility features.
+WHAT_STAYS = (keys.NUM_LOCK, keys.RIGHT_CONTROL, keys.CAPS_LOCK, *5 * (keys.SHIFT,))
+
 CORE_KEYBOARD = 0x100  # as the server's keyboard extension calls what all programs share
 
 LOCKED = "✅ CGEventTap active — all keyboard input intercepted"
@@ -97,13 +100,23 @@ class Stage:
         wait_until(lambda: self.program.lines.count(LOCKED) >= number and self.witness.says("covered"), "a session")
         self.wait_for_rest()
 
-    def mash_what_stays(self, *more):
-        """Keys whose effect outlasts them, for the locks, the layout and the accessibility features: by a session they
-        are all to be undone."""
-        self.witness.type(keys.NUM_LOCK, keys.RIGHT_CONTROL, *more, *5 * (keys.SHIFT,))
+    def mash_what_stays(self):
+        """In a session, which is to undo it."""
+        self.witness.type(*WHAT_STAYS)
         for name in ("modifiers", "group"):
             wait_until(lambda name=name: self.current(name) != self.before[name], f"other {name} than before")
         self.wait_for_rest()
+
+    def mash_what_stays_at_once(self):
+        """While a session starts: from the moment at which what there was is noted, earlier keys being the desktop's.
+        Not at all when a fault comes before that."""
+        wait_until(lambda: self.point.reached or self.witness.says("tap-once-noted", *WHAT_STAYS),
+                   "the note of what there was", interval=0)
+
+    def type_password(self):
+        """With Caps Lock on."""
+        for key in PASSWORD:
+            self.witness.ask("chord", keys.SHIFT, key)
 
     def ask_for_the_way_out(self):
         self.witness.ask("move", 1023, 0)
