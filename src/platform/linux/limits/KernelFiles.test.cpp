@@ -48,6 +48,20 @@ TEST_F(KernelFilesTest, ProgramsAreTheFoldersNamedByANumber) {
     EXPECT_EQ(names, (std::vector<std::string>{"openbox", "touchegg"}));
 }
 
+TEST_F(KernelFilesTest, FileThatOpensButCannotBeReadIsNone) {
+    // As that of a process that ends in between; of a folder, too, only the reading fails.
+    std::filesystem::create_directories(m_root / "12/comm");
+    write("345/comm", "touchegg\n");
+    EXPECT_EQ(m_files.text("12/comm"), std::nullopt);
+    EXPECT_EQ(m_files.runningPrograms(), std::vector<std::string>{"touchegg"});
+}
+
+TEST_F(KernelFilesTest, TextLongerThanOneReadIsWhole) {
+    const std::string text(10000, 'x');
+    write("bus/input/devices", text);
+    EXPECT_EQ(m_files.text("bus/input/devices"), text);
+}
+
 TEST_F(KernelFilesTest, WithoutTheFilesNothingRuns) {
     EXPECT_TRUE(m_files.runningPrograms().empty());
 }
