@@ -1,4 +1,4 @@
-#include "ui/exit/PanelShadow.h"
+#include "ui/controls/PanelShadow.h"
 
 #include <QPainter>
 #include <QPainterPath>
