@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
 // Chooses the colour of a well, below it.
@@ -11,7 +10,6 @@ Popover {
     theme: well.theme
     x: well.width - width
     y: well.height + 6
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: ColorChooser {
         theme: popover.theme

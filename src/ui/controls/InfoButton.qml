@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tapalong
 
-// Explains the control beside it in a popover.
+// Explains the control beside it in a popover, which a second click closes.
 T.AbstractButton {
     id: button
 
@@ -16,7 +16,7 @@ T.AbstractButton {
     implicitHeight: 24
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
-    onClicked: presentedChangedTo(true)
+    onClicked: presentedChangedTo(!presented)
     onPresentedChanged: {
         if (presented && popover.status === Loader.Null) {
             popover.setSource(Qt.resolvedUrl("InfoPopover.qml"), {

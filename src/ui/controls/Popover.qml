@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tapalong
 
-// A card above the window's content. Escape and a click elsewhere close it.
+// A card above the window's content, opened by the button around it. Escape and a press elsewhere close it. A press on
+// the button does not: the click that comes of it would open the card again.
 T.Popup {
     id: popover
 
@@ -14,7 +15,7 @@ T.Popup {
     margins: 8
     modal: false
     focus: true
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     enter: Transition {
         NumberAnimation {

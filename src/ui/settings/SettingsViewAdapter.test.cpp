@@ -3,7 +3,11 @@
 #include "ui/Gui.test.h"
 #include "views/ControlRange.h"
 
+#include <QTest>
+
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace tapalong {
 
@@ -42,6 +46,14 @@ struct SettingsWindowTest : testing::Test {
         ASSERT_NE(target, nullptr);
         click(*gui.window, target->mapToScene({target->width() / 2, target->height() / 2}));
         turn();
+    }
+
+    /// One that closes is none.
+    bool hasOpenPopover() {
+        const auto objects = gui.window->findChildren<QObject*>();
+        return std::any_of(objects.begin(), objects.end(), [](const QObject* object) {
+            return object->inherits("QQuickPopup") && object->property("opened").toBool();
+        });
     }
 
     Gui gui;
@@ -279,6 +291,18 @@ TEST_F(SettingsWindowTest, InformationPopoverOpensAndEscapeClosesIt) {
     EXPECT_TRUE(shown.get());
     press(*gui.window, Qt::Key_Escape);
     EXPECT_TRUE(waitUntil([&] { return !shown.get(); }));
+}
+
+TEST_F(SettingsWindowTest, InformationPopoverIsClosedByAClickOnItsButtonHoweverSlow) {
+    auto& shown = gui.app.settingsView()->showEmojiInfo;
+    auto* about = button("About Modifier Keys Type Emoji");
+    clickOn(about);
+    ASSERT_TRUE(waitUntil([&] { return hasOpenPopover(); }));
+    const QPoint middle = about->mapToScene({about->width() / 2, about->height() / 2}).toPoint();
+    QTest::mousePress(gui.window.get(), Qt::LeftButton, {}, middle);
+    waitUntil([&] { return hasOpenPopover() || !shown.get(); });
+    QTest::mouseRelease(gui.window.get(), Qt::LeftButton, {}, middle);
+    EXPECT_TRUE(waitUntil([&] { return !shown.get() && !hasOpenPopover(); }));
 }
 
 TEST_F(SettingsWindowTest, ColorWellOpensAChooserThatStoresWhatIsPickedAndASecondClickClosesIt) {
