@@ -1,22 +1,14 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
 // One ready colour, named by its `text`.
-T.AbstractButton {
+PlainButton {
     id: swatch
 
-    required property Theme theme
     required property bool chosen
 
     implicitWidth: 26
     implicitHeight: 26
-    focusPolicy: Qt.TabFocus
-    Keys.onReturnPressed: swatch.clicked()
-    Keys.onEnterPressed: swatch.clicked()
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: swatch.clicked()
 
     background: Rectangle {
         radius: 13

@@ -1,20 +1,17 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
 // Shows a colour; pressing it opens a popover to choose another one. Not the toolkit's dialog: that one needs
 // shaders, which the software renderer lacks, or looks foreign.
-T.AbstractButton {
+PlainButton {
     id: well
 
-    required property Theme theme
     required property color current
 
     signal picked(color value)
 
     implicitWidth: 46
     implicitHeight: 26
-    focusPolicy: Qt.TabFocus
     onClicked: {
         if (popover.status === Loader.Null) {
             popover.setSource(Qt.resolvedUrl("ColorPopover.qml"), {
@@ -24,13 +21,8 @@ T.AbstractButton {
         const card = popover.item as Popover;
         card.visible = !card.visible;
     }
-    Keys.onReturnPressed: well.clicked()
-    Keys.onEnterPressed: well.clicked()
 
-    Accessible.role: Accessible.Button
-    Accessible.name: text
     Accessible.description: current.toString()
-    Accessible.onPressAction: well.clicked()
 
     background: Rectangle {
         radius: 7

@@ -1,12 +1,10 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
 // Explains the control beside it in a popover, which a second click closes.
-T.AbstractButton {
+PlainButton {
     id: button
 
-    required property Theme theme
     required property bool presented
     required property string info
 
@@ -14,8 +12,6 @@ T.AbstractButton {
 
     implicitWidth: 24
     implicitHeight: 24
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
     onClicked: presentedChangedTo(!presented)
     onPresentedChanged: {
         if (presented && popover.status === Loader.Null) {
@@ -24,13 +20,8 @@ T.AbstractButton {
             });
         }
     }
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
 
-    Accessible.role: Accessible.Button
-    Accessible.name: text
     Accessible.description: info
-    Accessible.onPressAction: button.clicked()
 
     contentItem: Item {
         Symbol {

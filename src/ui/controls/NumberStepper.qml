@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
 // Two halves that take a number one step down or up; the arrow keys do the same.
@@ -41,19 +40,14 @@ Item {
     Accessible.onIncreaseAction: stepUp()
     Accessible.onDecreaseAction: stepDown()
 
-    component Half: T.AbstractButton {
+    component Half: PlainButton {
         id: half
 
-        property real inset: 0
-
+        theme: stepper.theme
         width: stepper.width / 2
         height: stepper.height
         autoRepeat: true
         focusPolicy: Qt.NoFocus
-        hoverEnabled: true
-        Accessible.role: Accessible.Button
-        Accessible.name: text
-        Accessible.onPressAction: clicked()
 
         contentItem: Item {
             opacity: half.enabled ? 1 : 0.35

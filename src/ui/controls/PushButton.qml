@@ -1,21 +1,13 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
-// A small grey button with a text or a symbol. A click leaves the keyboard where it is.
-T.AbstractButton {
+// A small grey button with a text or a symbol.
+PlainButton {
     id: button
 
-    required property Theme theme
     property string symbol: ""
     property bool tinted: false
     property int pixelSize: 14
-
-    function pressFromAfar() {
-        if (enabled) {
-            button.clicked();
-        }
-    }
 
     implicitWidth: Math.max(32, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(28, implicitContentHeight + topPadding + bottomPadding)
@@ -23,15 +15,7 @@ T.AbstractButton {
     rightPadding: 8
     topPadding: 4
     bottomPadding: 4
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
     opacity: enabled ? 1 : 0.45
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
-
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: pressFromAfar()
 
     contentItem: ButtonLabel {
         text: button.symbol === "" ? button.text : ""

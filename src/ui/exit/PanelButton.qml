@@ -1,32 +1,17 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
 // A wide coloured button of the exit panel. A click leaves the keyboard where it is: in the password field.
-T.AbstractButton {
+PlainButton {
     id: button
 
-    required property Theme theme
     required property color face
     property string symbol: ""
-
-    function pressFromAfar() {
-        if (enabled) {
-            button.clicked();
-        }
-    }
 
     implicitWidth: 260
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     topPadding: 12
     bottomPadding: 12
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: pressFromAfar()
 
     contentItem: ButtonLabel {
         text: button.text

@@ -3,6 +3,8 @@
 #include "ui/Gui.test.h"
 #include "views/ControlRange.h"
 
+#include <QAccessible>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -143,6 +145,27 @@ TEST_F(SettingsWindowTest, ClickOnASwitchWritesThrough) {
 TEST_F(SettingsWindowTest, AssistiveToggleCountsAsAClick) {
     toggle("Show Cursor")->setProperty("checked", false);
     EXPECT_FALSE(settings().showCursor.get());
+}
+
+TEST_F(SettingsWindowTest, AssistivePressOfAnyButtonIsAClickWhileItIsEnabled) {
+    settings().useSystemAppearance.set(false);
+    settings().exitPassword.set("open");
+    turn();
+    for (const char* name :
+         {"About Lockdown Mode", "Play Sound", "Text Color", "+", "\u2303\u2325\u2318T", "Start Session"}) {
+        auto* pressed = button(name);
+        ASSERT_NE(pressed, nullptr) << name;
+        auto* accessible = QAccessible::queryAccessibleInterface(pressed);
+        ASSERT_EQ(accessible->role(), QAccessible::Button) << name;
+        EXPECT_EQ(accessible->text(QAccessible::Name).toStdString(), name);
+        const QSignalSpy clicks(pressed, SIGNAL(clicked()));
+        pressed->setEnabled(false);
+        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        EXPECT_EQ(clicks.count(), 0) << name;
+        pressed->setEnabled(true);
+        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        EXPECT_EQ(clicks.count(), 1) << name;
+    }
 }
 
 TEST_F(SettingsWindowTest, LockdownCannotBeSwitchedWithoutPermission) {

@@ -1,28 +1,13 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tapalong
 
-T.AbstractButton {
+PlainButton {
     id: button
 
-    required property Theme theme
     readonly property color ink: "#14142a" // white would not be readable on yellow and green
-
-    function pressFromAfar() {
-        if (enabled) {
-            button.clicked();
-        }
-    }
 
     implicitHeight: 48
     text: qsTr("Start Session")
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: pressFromAfar()
 
     contentItem: ButtonLabel {
         text: button.text
