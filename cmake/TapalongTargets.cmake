@@ -1,10 +1,17 @@
 # One way to declare our own targets, so that each has the same warnings, checks and floating-point rules.
 
+include(CheckCXXCompilerFlag)
+
 # Doubles are added and multiplied as written: a fused multiply-add would make mid grey lighter than 0.5.
 set(TAPALONG_COMPILE_OPTIONS -Wall -Wextra -Wconversion -Wshadow -Werror -ffp-contract=off)
 if(TAPALONG_HARDENED)
     list(APPEND TAPALONG_COMPILE_OPTIONS
-         -fstack-protector-strong -fstack-clash-protection -fcf-protection -Wformat -Werror=format-security)
+         -fstack-protector-strong -fstack-clash-protection -Wformat -Werror=format-security)
+    # Of x86 alone; elsewhere it is an error.
+    check_cxx_compiler_flag(-fcf-protection TAPALONG_HAS_CF_PROTECTION)
+    if(TAPALONG_HAS_CF_PROTECTION)
+        list(APPEND TAPALONG_COMPILE_OPTIONS -fcf-protection)
+    endif()
     add_compile_definitions($<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)
     add_link_options(-Wl,-z,relro,-z,now)
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
