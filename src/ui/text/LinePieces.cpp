@@ -120,10 +120,10 @@ std::vector<GlyphPart> LinePieces::glyphsOf(int position, int length, const Colo
 }
 
 bool LinePieces::sharesGlyphs(const std::vector<GlyphPart>& parts) const {
-    if (m_lastFirstPart >= m_open.size() || parts.empty()) {
+    if (m_sharing.empty() || m_sharing.back().firstPart >= m_open.size() || parts.empty()) {
         return false;
     }
-    const GlyphPart& last = m_open[m_lastFirstPart];
+    const GlyphPart& last = m_open[m_sharing.back().firstPart];
     const GlyphPart& next = parts.front();
     return last.font == next.font && last.glyphs == next.glyphs && last.positions == next.positions;
 }
@@ -135,30 +135,20 @@ void LinePieces::addText(QStringView text, int position, const Color& color) {
     }
     auto parts = glyphsOf(position, static_cast<int>(text.size()), color);
     const int script = joiningScript(text);
-    const bool shares = sharesGlyphs(parts);
-    if (!shares && (script == 0 || script != m_lastScript)) {
-        closePiece();
-    }
-    if (shares && m_sharing.empty()) {
-        m_sharing.push_back(m_last);
-    }
-    if (!shares) {
-        shareGlyphs();
+    if (!sharesGlyphs(parts)) {
+        if (script != 0 && script == m_lastScript) {
+            shareGlyphs();
+        } else {
+            closePiece();
+        }
     }
     m_lastScript = script;
-    m_lastFirstPart = m_open.size();
-    m_last = {m_line.cursorToX(position), m_lastFirstPart};
-    if (shares) {
-        m_sharing.push_back(m_last);
-    }
+    m_sharing.push_back({m_line.cursorToX(position), m_open.size()});
     std::move(parts.begin(), parts.end(), std::back_inserter(m_open));
 }
 
 /// Where one glyph stands for several characters each has its colour on its share of the width.
 void LinePieces::shareGlyphs() {
-    if (m_sharing.empty()) {
-        return;
-    }
     for (std::size_t i = 1; i < m_sharing.size(); ++i) {
         const double border = m_sharing[i].start;
         GlyphPart& before = m_open[m_sharing[i - 1].firstPart];
@@ -182,7 +172,6 @@ void LinePieces::closePiece() {
         m_pieces.push_back(std::move(piece));
     }
     m_lastScript = 0;
-    m_lastFirstPart = 0;
 }
 
 void LinePieces::addEmoji(int position, int length, const QString& cluster, const Color& ink) {

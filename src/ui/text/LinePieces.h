@@ -36,10 +36,8 @@ private:
     const double m_scale;
     std::vector<LinePiece> m_pieces;
     std::vector<GlyphPart> m_open;
-    std::vector<Stripe> m_sharing; ///< the characters that show the same glyphs, when more than one
+    std::vector<Stripe> m_sharing; ///< the open piece's last character, after those that show the same glyphs
     int m_lastScript = 0;
-    std::size_t m_lastFirstPart = 0;
-    Stripe m_last{};
 };
 
 } // namespace tapalong
