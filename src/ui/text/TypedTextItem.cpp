@@ -28,55 +28,41 @@ TypedTextItem::TypedTextItem(QQuickItem* parent) : QQuickItem(parent), m_layout(
 
 TypedTextItem::~TypedTextItem() = default;
 
-template <class Value> bool TypedTextItem::assign(Value& member, const Value& value) {
-    if (member == value) {
-        return false;
-    }
-    member = value;
-    return true;
-}
-
 void TypedTextItem::setFontSize(double points) {
-    if (assign(m_fontSize, points)) {
+    if (std::exchange(m_fontSize, points) != points) {
         refresh();
-        emit lookChanged();
     }
 }
 
 void TypedTextItem::setShowCursor(bool show) {
-    if (assign(m_showCursor, show)) {
+    if (std::exchange(m_showCursor, show) != show) {
         refresh();
-        emit lookChanged();
     }
 }
 
 void TypedTextItem::setCursorVisible(bool visible) {
-    if (assign(m_cursorVisible, visible)) {
+    if (std::exchange(m_cursorVisible, visible) != visible) {
         if (m_showCursor) {
             update();
         }
-        emit lookChanged();
     }
 }
 
 void TypedTextItem::setPrimaryColor(const QColor& color) {
-    if (assign(m_primary, color)) {
+    if (std::exchange(m_primary, color) != color) {
         update();
-        emit lookChanged();
     }
 }
 
 void TypedTextItem::setViewportY(double y) {
-    if (assign(m_viewportY, y)) {
+    if (std::exchange(m_viewportY, y) != y) {
         redraw();
-        emit viewportChanged();
     }
 }
 
 void TypedTextItem::setViewportHeight(double height) {
-    if (assign(m_viewportHeight, height)) {
+    if (std::exchange(m_viewportHeight, height) != height) {
         redraw();
-        emit viewportChanged();
     }
 }
 

@@ -22,26 +22,18 @@ class TypedTextItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
 
-    Q_PROPERTY(double fontSize READ fontSize WRITE setFontSize NOTIFY lookChanged FINAL)
-    Q_PROPERTY(bool showCursor READ showCursor WRITE setShowCursor NOTIFY lookChanged FINAL)
-    Q_PROPERTY(bool cursorVisible READ cursorVisible WRITE setCursorVisible NOTIFY lookChanged FINAL)
-    /// Of the cursor and of characters in the desktop's own text colour.
-    Q_PROPERTY(QColor primaryColor READ primaryColor WRITE setPrimaryColor NOTIFY lookChanged FINAL)
     /// The part of the item that can be seen; all of it while the height is not positive.
-    Q_PROPERTY(double viewportY READ viewportY WRITE setViewportY NOTIFY viewportChanged FINAL)
-    Q_PROPERTY(double viewportHeight READ viewportHeight WRITE setViewportHeight NOTIFY viewportChanged FINAL)
+    Q_PROPERTY(double viewportY READ viewportY WRITE setViewportY FINAL)
+    Q_PROPERTY(double viewportHeight READ viewportHeight WRITE setViewportHeight FINAL)
 
 public:
     explicit TypedTextItem(QQuickItem* parent = nullptr);
     ~TypedTextItem() override;
 
-    [[nodiscard]] double fontSize() const { return m_fontSize; }
     void setFontSize(double points);
-    [[nodiscard]] bool showCursor() const { return m_showCursor; }
     void setShowCursor(bool show);
-    [[nodiscard]] bool cursorVisible() const { return m_cursorVisible; }
     void setCursorVisible(bool visible);
-    [[nodiscard]] QColor primaryColor() const { return m_primary; }
+    /// Of the cursor and of characters in the desktop's own text colour.
     void setPrimaryColor(const QColor& color);
     [[nodiscard]] double viewportY() const { return m_viewportY; }
     void setViewportY(double y);
@@ -58,10 +50,6 @@ public:
     [[nodiscard]] QString text() const;
     [[nodiscard]] const TypedTextLayout& layout() const { return *m_layout; }
 
-signals:
-    void lookChanged();
-    void viewportChanged();
-
 protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     void timerEvent(QTimerEvent* event) override;
@@ -70,7 +58,6 @@ protected:
     QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
 
 private:
-    template <class Value> bool assign(Value& member, const Value& value);
     void adopt();
     void redraw();
     [[nodiscard]] std::pair<std::size_t, std::size_t> linesInViewport() const;
