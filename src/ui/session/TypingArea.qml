@@ -7,27 +7,27 @@ Flickable {
 
     required property SessionViewAdapter view
 
-    // The end stays in sight when the screen or the lines change, unless a parent has scrolled back.
+    // The core asks for the end whenever something was typed or deleted. A change of the screen or of the lines, of
+    // which it knows nothing, keeps the end in sight, unless a parent has scrolled back.
     property bool followsEnd: true
 
-    function scrollToBottom() {
-        followsEnd = true;
-        contentY = Math.max(0, contentHeight - height);
+    readonly property real padding: 40
+
+    function showEnd() {
+        if (followsEnd) {
+            contentY = Math.max(0, contentHeight - height);
+        }
     }
-    function scrollBy(distance) {
+    function scrollBy(distance: real) {
         contentY = Math.max(0, Math.min(contentY + distance, contentHeight - height));
         followsEnd = atYEnd;
     }
-    function follow() {
-        if (followsEnd)
-            scrollToBottom();
-    }
 
-    onContentHeightChanged: follow()
-    onHeightChanged: follow()
+    onContentHeightChanged: showEnd()
+    onHeightChanged: showEnd()
 
     contentWidth: width
-    contentHeight: bottom.y + bottom.height
+    contentHeight: text.height + 2 * padding + 1 // one more: the strip that is scrolled to
     // A child drags the pointer about, and fingers.
     interactive: false
 
@@ -39,7 +39,8 @@ Flickable {
     Connections {
         target: area.view
         function onScrollToBottom() {
-            area.scrollToBottom();
+            area.followsEnd = true;
+            area.showEnd();
         }
     }
 
@@ -47,19 +48,11 @@ Flickable {
         id: text
 
         view: area.view
-        x: 40
-        y: 40
-        width: area.width - 80
+        x: area.padding
+        y: area.padding
+        width: area.width - 2 * area.padding
         viewportY: area.contentY - y
         viewportHeight: area.height
         Accessible.role: Accessible.StaticText
-    }
-    // What is scrolled to.
-    Item {
-        id: bottom
-
-        y: text.y + text.height + 40
-        width: parent.width
-        height: 1
     }
 }
