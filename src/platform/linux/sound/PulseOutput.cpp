@@ -32,7 +32,7 @@ bool PulseOutput::start() {
     m_wakeUpEvent = api.io_new(
         &api, m_wakeUp, PA_IO_EVENT_INPUT,
         [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* self) {
-            static_cast<PulseOutput*>(self)->readNotes();
+            static_cast<PulseOutput*>(self)->takeCommands();
         },
         this);
     timeval now{};
@@ -63,43 +63,43 @@ PulseOutput::~PulseOutput() {
 }
 
 void PulseOutput::play(SoundId sound, std::shared_ptr<const Clip> clip) {
-    leave({sound, std::move(clip)});
+    post({sound, std::move(clip)});
 }
 
 void PulseOutput::stop(SoundId sound) {
-    leave({sound, nullptr});
+    post({sound, nullptr});
 }
 
-void PulseOutput::leave(Note note) {
+void PulseOutput::post(Command command) {
     if (!m_running) {
         return;
     }
     {
-        const std::lock_guard lock(m_notesMutex);
-        m_notes.push_back(std::move(note));
+        const std::lock_guard lock(m_commandsMutex);
+        m_commands.push_back(std::move(command));
     }
     // It can only fail when the counter is full, and then the thread is woken anyway.
     const std::uint64_t one = 1;
     [[maybe_unused]] const auto written = write(m_wakeUp, &one, sizeof(one));
 }
 
-void PulseOutput::readNotes() {
+void PulseOutput::takeCommands() {
     std::uint64_t count = 0;
     [[maybe_unused]] const auto size = read(m_wakeUp, &count, sizeof(count));
-    std::vector<Note> notes;
+    std::vector<Command> commands;
     {
-        const std::lock_guard lock(m_notesMutex);
-        notes.swap(m_notes);
+        const std::lock_guard lock(m_commandsMutex);
+        commands.swap(m_commands);
     }
     if (!m_stream || m_stream->failed()) {
         tryAgain();
         return;
     }
-    for (Note& note : notes) {
-        if (note.clip == nullptr) {
-            m_mixer.stop(note.sound);
+    for (Command& command : commands) {
+        if (command.clip == nullptr) {
+            m_mixer.stop(command.sound);
         } else {
-            m_mixer.play(note.sound, std::move(note.clip));
+            m_mixer.play(command.sound, std::move(command.clip));
         }
     }
     if (!m_mixer.silent()) {

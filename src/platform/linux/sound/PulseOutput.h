@@ -14,7 +14,7 @@ namespace tapalong {
 /// Plays clips on the user's sound server. It has a thread of its own, which keeps a stream open, pauses it after two
 /// silent seconds, and looks for a server that is gone when the next sound is played, every two seconds at most.
 ///
-/// play() and stop() only leave a note for that thread. They take none of the sound library's locks: the library may
+/// play() and stop() only post a command to that thread. They take none of the sound library's locks: the library may
 /// hold them while it reads files or asks the display for the server's address.
 class PulseOutput {
 public:
@@ -32,15 +32,15 @@ public:
 
 private:
     /// A null clip means stop.
-    struct Note {
+    struct Command {
         SoundId sound;
         std::shared_ptr<const Clip> clip;
     };
 
-    void leave(Note note);
+    void post(Command command);
 
     [[nodiscard]] bool start();
-    void readNotes();
+    void takeCommands();
     void connect();
     void onFailure();
     void tryAgain();
@@ -49,9 +49,9 @@ private:
     SoundId m_lastSound = 0;
     bool m_running = false; ///< set once, by the constructor
 
-    std::mutex m_notesMutex; ///< held only to move notes in or out
-    std::vector<Note> m_notes;
-    int m_wakeUp = -1; ///< readable while there may be notes
+    std::mutex m_commandsMutex; ///< held only to move commands in or out
+    std::vector<Command> m_commands;
+    int m_wakeUp = -1; ///< readable while there may be commands
 
     // From here on: the sound thread's own.
     pa_threaded_mainloop* m_loop = nullptr;
