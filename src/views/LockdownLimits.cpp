@@ -33,9 +33,8 @@ std::vector<std::string> sentencesAbout(const std::vector<InputLimit>& limits) {
     if (contains(limits, InputLimit::serverKeys)) {
         sentences.emplace_back(
             "Some keys can still get past it: Control and Alt together with a function key or Backspace can switch to "
-            "a text "
-            "screen or end all programs, Shift held or pressed five times can change how the keyboard works, and "
-            "shortcuts of other programs can still act.");
+            "a text screen or end all programs, Shift held or pressed five times can change how the keyboard works, "
+            "and shortcuts of other programs can still act.");
     }
     if (contains(limits, InputLimit::touchpadGestures)) {
         sentences.emplace_back("Touchpad gestures can still reach the desktop.");

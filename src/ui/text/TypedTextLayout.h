@@ -17,9 +17,9 @@ namespace tapalong {
 ///
 /// Where a line begins depends on all lines of its paragraph before it. What goes at the front of a long paragraph, and
 /// a new width or size, may therefore change everything, nearly all of it far above what is seen. So an update lays
-/// out a few lines only, and the rest is left to further ones of the same text. Until then there is a gap between lines from the first
-/// character on, which are final, and lines up to the end of the text, which are those of before or of a start at a
-/// likely place; lines that begin at the same place after the same line are the same, and so the two meet.
+/// out a few lines only, and the rest is left to further ones of the same text. Until then there is a gap between lines
+/// from the first character on, which are final, and lines up to the end of the text, which are those of before or of a
+/// start at a likely place; lines that begin at the same place after the same line are the same, and so the two meet.
 class TypedTextLayout {
 public:
     TypedTextLayout();
