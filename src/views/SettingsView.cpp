@@ -51,7 +51,8 @@ void SettingsView::onDisappear() {
     m_shortcutRecorder->stopRecordingShortcut();
 }
 
-// While a session runs nobody sees this window, and each key is a change. What it met with is to be looked for again.
+// Each key of a session is a change, and none alters what this window shows, should it lie open on a second screen. What
+// the session meets with is to be looked for after it.
 void SettingsView::sessionWillChange() {
     if (m_sessionManager->isSessionActive()) {
         m_knowsLimits = false;
