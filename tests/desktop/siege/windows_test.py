@@ -13,8 +13,9 @@ from managers import LONG, Composed, under_each  # noqa: E402  pylint: disable=w
 from rig.figures import figure  # noqa: E402  pylint: disable=wrong-import-position
 
 LONGEST_SHOWN_MS = 50
-KINDS = ("ordinary", "self-activating", "self-focusing", "self-raising", "keep-above", "dialog", "notification", "dock",
-         "full-screen", "unmanaged", "unmanaged self-raising")
+LONGEST_FOCUS_MS = 100
+KINDS = ("ordinary", "self-activating", "self-focusing", "self-raising", "keep-above", "dialog", "notification",
+         "notification in a corner", "dock", "full-screen", "unmanaged", "unmanaged self-raising")
 REQUESTS = ("close", "minimise", "un-fullscreen", "move", "lower", "show-desktop", "switch-desktop")
 
 
@@ -31,6 +32,8 @@ class Answer:
         # How fast is measured where nothing else runs: in the long form.
         if LONG and self.shown_ms > LONGEST_SHOWN_MS:
             yield f"showed for {self.shown_ms} ms"
+        if LONG and self.focus_ms > LONGEST_FOCUS_MS:
+            yield f"had the focus for {self.focus_ms} ms"
         if self.focus_at_end:
             yield "has the focus at the end"
         if self.keys or self.clicks:
@@ -92,10 +95,12 @@ class Siege(Composed):
     def test_without_a_session_the_same_windows_show_and_get_everything(self):
         with Windows(self.desktop) as windows:
             windows.ask("session")
-            for kind, answer in windows.answers("open", ("self-focusing", "unmanaged"), 1500):
+            for kind, answer in windows.answers("open", ("self-focusing", "unmanaged", "notification in a corner"), 1500):
                 self.assertGreater(answer.shown_ms, 4 * LONGEST_SHOWN_MS, kind)
                 self.assertGreater(answer.clicks, 0, kind)
-                self.assertEqual(answer.keys > 0, kind == "self-focusing")
+                # A notification may be given the focus: window managers differ.
+                if not kind.startswith("notification"):
+                    self.assertEqual(answer.keys > 0, kind == "self-focusing")
 
 
 globals().update(under_each(Siege, DesktopCase))

@@ -1,5 +1,7 @@
 #include "desktop/siege/client/ForeignWindow.h"
 
+#include "base/Fatal.h"
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -10,6 +12,9 @@ namespace {
 
 constexpr std::uint16_t width = 900;
 constexpr std::uint16_t height = 700;
+constexpr std::uint16_t smallWidth = 300;
+constexpr std::uint16_t smallHeight = 80;
+constexpr std::uint16_t fromEdge = 20;
 
 bool isUnmanaged(const std::string& kind) {
     return kind.starts_with("unmanaged");
@@ -20,16 +25,13 @@ bool isUnmanaged(const std::string& kind) {
 ForeignWindow::ForeignWindow(const Server& server, std::string kind)
     : m_server(server), m_kind(std::move(kind)), m_window(xcb_generate_id(server.xcb())) {
     const auto& screen = server.screen();
-    const bool isDock = m_kind == "dock";
-    const auto x = static_cast<std::int16_t>(isDock ? 0 : (screen.width_in_pixels - width) / 2);
-    const auto y = static_cast<std::int16_t>(isDock ? 0 : (screen.height_in_pixels - height) / 2);
+    const auto [x, y, itsWidth, itsHeight] = frame();
     constexpr std::uint32_t mask = XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
     constexpr std::uint32_t input = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
                                     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE;
     const std::array values{colour, static_cast<std::uint32_t>(isUnmanaged(m_kind) ? 1 : 0), input};
-    xcb_create_window(server.xcb(), XCB_COPY_FROM_PARENT, m_window, screen.root, x, y,
-                      isDock ? screen.width_in_pixels : width, height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, mask, values.data());
+    xcb_create_window(server.xcb(), XCB_COPY_FROM_PARENT, m_window, screen.root, x, y, itsWidth, itsHeight, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, mask, values.data());
     describe();
     xcb_map_window(server.xcb(), m_window);
     server.sync();
@@ -40,13 +42,46 @@ ForeignWindow::~ForeignWindow() {
     m_server.sync();
 }
 
+xcb_rectangle_t ForeignWindow::frame() const {
+    const auto& screen = m_server.screen();
+    if (isSmall()) {
+        const auto bottom = static_cast<std::int16_t>(screen.height_in_pixels - smallHeight - fromEdge);
+        return {.x = fromEdge, .y = bottom, .width = smallWidth, .height = smallHeight};
+    }
+    if (m_kind == "dock") {
+        return {.x = 0, .y = 0, .width = screen.width_in_pixels, .height = height};
+    }
+    return {.x = static_cast<std::int16_t>((screen.width_in_pixels - width) / 2),
+            .y = static_cast<std::int16_t>((screen.height_in_pixels - height) / 2),
+            .width = width,
+            .height = height};
+}
+
+bool ForeignWindow::isSmall() const {
+    return m_kind.ends_with("in a corner");
+}
+
+ForeignWindow::Point ForeignWindow::spot() const {
+    if (!isSmall()) {
+        const auto& screen = m_server.screen();
+        return {.x = static_cast<std::int16_t>(screen.width_in_pixels / 2),
+                .y = static_cast<std::int16_t>(screen.height_in_pixels / 2)};
+    }
+    // The window manager may have put it into another corner.
+    const auto request =
+        xcb_translate_coordinates(m_server.xcb(), m_window, m_server.root(), smallWidth / 2, smallHeight / 2);
+    const auto place = own(xcb_translate_coordinates_reply(m_server.xcb(), request, nullptr));
+    verify(place != nullptr, "the window is there");
+    return {.x = place->dst_x, .y = place->dst_y};
+}
+
 void ForeignWindow::describe() const {
     const auto type = m_server.atom("_NET_WM_WINDOW_TYPE");
     const auto state = m_server.atom("_NET_WM_STATE");
     if (m_kind == "dialog") {
         m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_DIALOG")});
         m_server.setProperty(m_window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, {m_server.root()});
-    } else if (m_kind == "notification") {
+    } else if (m_kind.starts_with("notification")) {
         m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION")});
     } else if (m_kind == "dock") {
         m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_DOCK")});

@@ -87,7 +87,7 @@ private:
         watch(window, time, [&](int poke) {
             window.insist();
             type(poke % 2 == 0 ? someKey : deleteKey);
-            m_hands.play(moveAsideOfPanel);
+            m_hands.play(window.isSmall() ? moveTo(window.spot()) : moveAsideOfPanel);
             m_hands.play("b+3");
             m_hands.play("b-3");
         });
@@ -105,7 +105,7 @@ private:
         const auto began = Clock::now();
         int poked = 0;
         for (auto now = began; now < began + time; now = Clock::now()) {
-            shown.look(isShown(), now);
+            shown.look(isShown(window.spot()), now);
             focused.look(window.hasFocus(), now);
             if (poked < pokes && now > began + poked * betweenPokes) {
                 poke(poked++);
@@ -155,10 +155,15 @@ private:
         }
     }
 
-    [[nodiscard]] bool isShown() const {
-        const auto x = static_cast<std::int16_t>(m_server.screen().width_in_pixels / 2);
-        const auto y = static_cast<std::int16_t>(m_server.screen().height_in_pixels / 2);
-        const auto request = xcb_get_image(m_server.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_server.root(), x, y, 1, 1, ~0U);
+    [[nodiscard]] static std::string moveTo(ForeignWindow::Point point) {
+        std::ostringstream token;
+        token << 'm' << point.x << ',' << point.y;
+        return token.str();
+    }
+
+    [[nodiscard]] bool isShown(ForeignWindow::Point spot) const {
+        const auto request =
+            xcb_get_image(m_server.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_server.root(), spot.x, spot.y, 1, 1, ~0U);
         const auto reply = own(xcb_get_image_reply(m_server.xcb(), request, nullptr));
         constexpr std::uint32_t withoutAlpha = 0xFFFFFF;
         return reply && (*reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(reply.get())) & withoutAlpha) ==
