@@ -7,6 +7,7 @@ FocusScope {
     id: panel
 
     required property ExitOverlayAdapter overlay
+    required property bool lockdownMissing
     readonly property Theme theme: Theme {
         dark: true
     }
@@ -147,6 +148,18 @@ FocusScope {
             Text {
                 text: qsTr("Caps Lock is on")
                 visible: panel.overlay.capsLockOn
+                font.pixelSize: 12
+                color: panel.theme.warningInk
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                Layout.preferredWidth: 260
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
+            // The keys go to whoever holds the keyboard then, and the session's own line lies below the dimming.
+            Text {
+                text: qsTr("Lockdown Mode is not in force: what you type may reach another program. If no dots appear here, a menu may be open: press Escape.")
+                visible: panel.lockdownMissing
                 font.pixelSize: 12
                 color: panel.theme.warningInk
                 horizontalAlignment: Text.AlignHCenter

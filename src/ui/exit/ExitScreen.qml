@@ -6,6 +6,7 @@ FocusScope {
     id: screen
 
     required property ExitOverlayAdapter overlay
+    required property bool lockdownMissing
     required property bool presented
 
     signal gone
@@ -67,5 +68,6 @@ FocusScope {
         anchors.centerIn: parent
         focus: true
         overlay: screen.overlay
+        lockdownMissing: screen.lockdownMissing
     }
 }

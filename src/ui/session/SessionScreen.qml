@@ -49,6 +49,7 @@ FocusScope {
             anchors.fill: root
             focus: true
             overlay: root.view.overlay
+            lockdownMissing: root.view.showsLockdownWarning
             presented: root.view.overlayPresented
             onGone: root.view.overlayGone()
         }

@@ -198,6 +198,28 @@ TEST_F(SessionWindowTest, WarningStandsBelowTheTextWhileLockdownIsMissing) {
     EXPECT_EQ(area->property("contentY").toDouble(), area->property("contentHeight").toDouble() - 768);
 }
 
+TEST_F(SessionWindowTest, OverlaySaysThatLockdownIsMissingForAsLongAsItIs) {
+    constexpr auto warning =
+        "Lockdown Mode is not in force: what you type may reach another program. If no dots appear "
+        "here, a menu may be open: press Escape.";
+    bringUpOverlay();
+    EXPECT_EQ(item(warning), nullptr) << "of a session without lockdown";
+    gui.app.sessionManager().endSession();
+    gui.app.settings().kioskMode.set(true);
+    gui.desktop.input.setTapsAvailable(false);
+    view = std::dynamic_pointer_cast<SessionView>(gui.startSession());
+    gui.open(view, {1366, 768});
+    EXPECT_EQ(item(warning), nullptr);
+    bringUpOverlay();
+    ASSERT_NE(item(warning), nullptr);
+    EXPECT_TRUE(field()->hasActiveFocus());
+    gui.desktop.input.setTapsAvailable(true);
+    gui.desktop.time.advance(2);
+    turn();
+    EXPECT_EQ(item(warning), nullptr);
+    EXPECT_TRUE(field()->hasActiveFocus());
+}
+
 TEST_F(SessionWindowTest, GlowFollowsTheCorner) {
     gui.app.settings().exitCorner.set(ScreenCorner::bottomLeft);
     turn();

@@ -12,6 +12,8 @@ from case import PASSWORD, PROGRAM, Program, WitnessCase, wait_until
 
 WARNING = ("Lockdown Mode is not in force: Tapalong could not get all of the keyboard for itself. "
            "Keys may reach other programs or the system.")
+OVERLAY_WARNING = ("Lockdown Mode is not in force: what you type may reach another program. If no dots appear here, a "
+                   "menu may be open: press Escape.")
 PARTLY = ("Lockdown Mode was not in force for a part of the last session: Tapalong could not get all of the keyboard "
           "for itself, perhaps because of an open menu or another program. Keys may have reached other programs or the "
           "system.")
@@ -82,6 +84,19 @@ class Refused(WitnessCase):
         self.assertIsNone(self.program.look_for(WARNING))
         self.leave()
         self.assertIsNone(self.program.look_for(PARTLY))
+
+    def test_the_exit_question_says_that_another_program_has_the_keyboard(self):
+        holder = self.hold("keyboard")
+        self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)
+        self.assert_warned()
+        self.open_overlay()
+        self.program.find(OVERLAY_WARNING)
+        self.let_go(holder)
+        self.program.wait_gone(OVERLAY_WARNING)
+        self.desktop.type(PASSWORD)
+        self.desktop.key("Return")
+        self.program.wait_gone("Exit Tapalong")
+        self.assert_back_in_settings()
 
     def test_another_program_holds_keyboard_and_pointer_as_a_window_manager_does(self):
         press_shortcut = self.start_by_shortcut(modifierKeysTypeEmoji=False)
