@@ -2,8 +2,6 @@
 
 #include "app/DesktopInput.h"
 #include "platform/desktop/LimitBoard.h"
-#include "platform/linux/dbus/PowerKeyInhibitors.h"
-#include "platform/linux/limits/InputDevices.h"
 #include "platform/linux/limits/KernelFiles.h"
 #include "platform/linux/limits/SysRq.h"
 
@@ -16,18 +14,24 @@ DesktopLimits::DesktopLimits(LimitBoard& board, const DesktopInput& input, Power
 
 void DesktopLimits::look() {
     const KernelFiles kernel;
-    const auto devices = inputDevices(kernel.text("bus/input/devices"));
+    m_devices = inputDevices(kernel.text("bus/input/devices"));
     const auto sysRq = sysRqPowers(kernel.text("sys/kernel/sysrq"), kernel.text("cmdline").value_or(""));
-    m_board.set(InputLimit::sysRqEndsPrograms, devices.hasSysRqKey && sysRq.endsPrograms);
-    m_board.set(InputLimit::sysRqRestarts, devices.hasSysRqKey && sysRq.restarts);
-    m_board.set(InputLimit::touchpadGestures, devices.hasTouchpad && m_input.desktopMakesGestures());
+    m_board.set(InputLimit::sysRqEndsPrograms, m_devices.hasSysRqKey && sysRq.endsPrograms);
+    m_board.set(InputLimit::sysRqRestarts, m_devices.hasSysRqKey && sysRq.restarts);
+    m_board.set(InputLimit::touchpadGestures, m_devices.hasTouchpad && m_input.desktopMakesGestures());
     m_board.set(InputLimit::serverKeys, m_input.serverKeysStayOpen());
-    m_hasPowerKey = devices.hasPowerKey;
     m_powerKeys.probe();
 }
 
-void DesktopLimits::powerKeyAnswered(bool granted) {
-    m_board.set(InputLimit::powerButton, m_hasPowerKey && !granted);
+void DesktopLimits::powerKeyAnswered(PowerKey key, bool granted) {
+    if (granted) {
+        m_refused.erase(key);
+    } else {
+        m_refused.insert(key);
+    }
+    m_board.set(InputLimit::powerButton, m_devices.hasPowerKey && m_refused.contains(PowerKey::power));
+    m_board.set(InputLimit::sleepKey, (m_devices.hasSleepKey && m_refused.contains(PowerKey::sleep)) ||
+                                          (m_devices.hasHibernateKey && m_refused.contains(PowerKey::hibernate)));
 }
 
 } // namespace tapalong

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "platform/linux/dbus/PowerKeyInhibitors.h"
+#include "platform/linux/limits/InputDevices.h"
+
+#include <set>
+
 namespace tapalong {
 
 class DesktopInput;
 class LimitBoard;
-class PowerKeyInhibitors;
 
 /// Finds out what of this computer lies below the lock on the keyboard. The arguments outlive it and its board's looks.
 class DesktopLimits {
@@ -13,8 +17,8 @@ public:
     DesktopLimits(const DesktopLimits&) = delete;
     DesktopLimits& operator=(const DesktopLimits&) = delete;
 
-    /// Whether the login service left the power key to us when it was asked last.
-    void powerKeyAnswered(bool granted);
+    /// Whether the login service left the key to us when it was asked last.
+    void powerKeyAnswered(PowerKey key, bool granted);
 
 private:
     void look();
@@ -22,7 +26,8 @@ private:
     LimitBoard& m_board;
     const DesktopInput& m_input;
     PowerKeyInhibitors& m_powerKeys;
-    bool m_hasPowerKey = false;
+    InputDevices m_devices;
+    std::set<PowerKey> m_refused;
 };
 
 } // namespace tapalong

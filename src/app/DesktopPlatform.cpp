@@ -8,8 +8,9 @@ DesktopPlatform::DesktopPlatform()
     : m_userDefaults(JsonUserDefaults::standardPath(), m_notices), m_input(makeDesktopInput(m_notices)),
       m_screens(m_notificationCenter, {.pointer = [this] { return m_input->pointer(); },
                                        .size = [this](const QScreen& screen) { return m_input->sizeOf(screen); }}),
-      m_windows(windowTraits()), m_inhibitors(presentSessionBus(), openSystemBus,
-                                              [this](bool granted) { m_limitFinder.powerKeyAnswered(granted); }),
+      m_windows(windowTraits()),
+      m_inhibitors(presentSessionBus(), openSystemBus,
+                   [this](PowerKey key, bool granted) { m_limitFinder.powerKeyAnswered(key, granted); }),
       m_application(m_windows, m_appearance, m_inhibitors),
       m_limitFinder(m_limits, *m_input, m_inhibitors.powerKeys()) {}
 

@@ -10,6 +10,7 @@ namespace tapalong {
 /// What hands at this computer can do below anything that a program may keep from them.
 enum class InputLimit : std::uint8_t {
     powerButton,       ///< switches the computer off
+    sleepKey,          ///< puts it to sleep
     sysRqEndsPrograms, ///< chords with the SysRq key that end what runs on the screen
     sysRqRestarts,     ///< such chords that restart the computer
     serverKeys,        ///< what the display server itself does on keys, and bindings that no tap stops

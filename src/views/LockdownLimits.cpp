@@ -25,6 +25,9 @@ std::vector<std::string> sentencesAbout(const std::vector<InputLimit>& limits) {
     if (contains(limits, InputLimit::powerButton)) {
         sentences.emplace_back("The power button can still switch this computer off.");
     }
+    if (contains(limits, InputLimit::sleepKey)) {
+        sentences.emplace_back("The sleep key can still put this computer to sleep.");
+    }
     const bool endsPrograms = contains(limits, InputLimit::sysRqEndsPrograms);
     const bool restarts = contains(limits, InputLimit::sysRqRestarts);
     if (endsPrograms || restarts) {

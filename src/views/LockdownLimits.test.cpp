@@ -12,9 +12,11 @@ TEST(LockdownLimits, NothingOpenIsNothingToSay) {
 }
 
 TEST(LockdownLimits, EachIsSaidPlainly) {
-    EXPECT_EQ(sentencesAbout({InputLimit::powerButton, InputLimit::serverKeys, InputLimit::touchpadGestures}),
+    EXPECT_EQ(sentencesAbout({InputLimit::powerButton, InputLimit::sleepKey, InputLimit::serverKeys,
+                              InputLimit::touchpadGestures}),
               (Sentences{
                   "The power button can still switch this computer off.",
+                  "The sleep key can still put this computer to sleep.",
                   "Some keys can still get past it: Control and Alt together with a function key or Backspace can "
                   "switch to a text "
                   "screen or end all programs, Shift held or pressed five times can change how the keyboard works, and "

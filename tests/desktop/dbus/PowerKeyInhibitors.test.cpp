@@ -25,6 +25,7 @@ namespace {
 using namespace std::chrono_literals;
 
 using Keys = std::set<std::string>;
+using Answers = std::map<PowerKey, std::vector<bool>>;
 
 const Keys everyKey{"handle-power-key", "handle-suspend-key", "handle-hibernate-key", "handle-reboot-key",
                     "handle-lid-switch"};
@@ -82,16 +83,20 @@ protected:
         spinFor(50ms);
         EXPECT_EQ(login.held(), keys);
     }
-    void expectAnswers(const std::vector<bool>& answers) {
-        EXPECT_TRUE(spinUntil([&] { return m_answers.size() >= answers.size(); }));
+    /// The same about each key that is told of.
+    void expectAnswers(const std::vector<bool>& answers) { expectAnswers(answers, answers, answers); }
+    void expectAnswers(const std::vector<bool>& power, const std::vector<bool>& sleep,
+                       const std::vector<bool>& hibernate) {
+        const Answers expected{{PowerKey::power, power}, {PowerKey::sleep, sleep}, {PowerKey::hibernate, hibernate}};
+        EXPECT_TRUE(spinUntil([&] { return m_answers == expected; }));
         spinFor(50ms);
-        EXPECT_EQ(m_answers, answers);
+        EXPECT_EQ(m_answers, expected);
     }
 
     BusServer m_bus;
-    std::vector<bool> m_answers;
+    Answers m_answers;
     PowerKeyInhibitors m_keys{[this] { return m_bus.connect(); },
-                              [this](bool granted) { m_answers.push_back(granted); }};
+                              [this](PowerKey key, bool granted) { m_answers[key].push_back(granted); }};
 };
 
 TEST_F(PowerKeyInhibitorsTest, EveryKeyIsHeldUntilTheRelease) {
@@ -129,13 +134,28 @@ TEST_F(PowerKeyInhibitorsTest, RefusedPowerKeyIsReported) {
     expectAnswers({false, false});
 }
 
-TEST_F(PowerKeyInhibitorsTest, ProbeHoldsThePowerKeyForAMomentOnly) {
+TEST_F(PowerKeyInhibitorsTest, EachRefusedKeyIsReportedForItself) {
+    const LoginService login(m_bus, {"handle-suspend-key"});
+    m_keys.probe();
+    expectAnswers({true}, {false}, {true});
+    m_keys.hold();
+    expectAnswers({true, true}, {false, false}, {true, true});
+}
+
+TEST_F(PowerKeyInhibitorsTest, RefusedHibernateKeyIsNotTheSleepKey) {
+    const LoginService login(m_bus, {"handle-hibernate-key"});
+    m_keys.probe();
+    expectAnswers({true}, {true}, {false});
+    expectHeld(login, {});
+}
+
+TEST_F(PowerKeyInhibitorsTest, ProbeHoldsTheKeysForAMomentOnly) {
     LoginService login(m_bus);
     m_keys.probe();
     m_keys.probe();
     expectAnswers({true});
     expectHeld(login, {});
-    EXPECT_EQ(login.service().count("Inhibit"), 1);
+    EXPECT_EQ(login.service().count("Inhibit"), 3);
     m_keys.probe();
     expectAnswers({true, true});
     expectHeld(login, {});
@@ -155,7 +175,7 @@ TEST_F(PowerKeyInhibitorsTest, ProbeThatIsUnderWayWhenTheSessionBeginsKeepsTheKe
     LoginService login(m_bus);
     login.service().keepSilent();
     m_keys.probe();
-    EXPECT_TRUE(spinUntil([&] { return login.service().count("Inhibit") == 1; }));
+    EXPECT_TRUE(spinUntil([&] { return login.service().count("Inhibit") == 3; }));
     m_keys.hold();
     EXPECT_TRUE(spinUntil([&] { return login.service().count("Inhibit") == 5; }));
     login.service().answerAll();
@@ -209,23 +229,26 @@ TEST_F(PowerKeyInhibitorsTest, BusThatOpensAfterTheReleaseIsAskedNothing) {
 }
 
 TEST(PowerKeyInhibitorsAlone, WithoutASystemBusEveryWishIsAnsweredNo) {
-    std::vector<bool> answers;
+    Answers answers;
     PowerKeyInhibitors keys([] { return QDBusConnection(QString()); },
-                            [&answers](bool granted) { answers.push_back(granted); });
+                            [&answers](PowerKey key, bool granted) { answers[key].push_back(granted); });
+    const auto eachHas = [&answers](const std::vector<bool>& all) {
+        return answers == Answers{{PowerKey::power, all}, {PowerKey::sleep, all}, {PowerKey::hibernate, all}};
+    };
     keys.probe();
-    EXPECT_TRUE(spinUntil([&] { return answers == std::vector{false}; }));
+    EXPECT_TRUE(spinUntil([&] { return eachHas({false}); }));
     keys.hold();
-    EXPECT_TRUE(spinUntil([&] { return answers == std::vector{false, false}; }));
+    EXPECT_TRUE(spinUntil([&] { return eachHas({false, false}); }));
     keys.release();
 }
 
 TEST(PowerKeyInhibitorsAlone, WhoseHolderGoesWhileTheBusOpensDoesNotComeBack) {
     const BusServer bus;
     bus.suspend();
-    std::vector<bool> answers;
+    Answers answers;
     {
         PowerKeyInhibitors keys([&bus] { return bus.connect(); },
-                                [&answers](bool granted) { answers.push_back(granted); });
+                                [&answers](PowerKey key, bool granted) { answers[key].push_back(granted); });
         keys.hold();
     }
     bus.resume();

@@ -52,7 +52,7 @@ Inhibitor::Request requestToPortal() {
 } // namespace
 
 DesktopInhibitors::DesktopInhibitors(const QDBusConnection& sessionBus, BusOpener::Open openSystem,
-                                     Inhibitor::Answered powerKeyAnswered)
+                                     PowerKeyInhibitors::Answered powerKeyAnswered)
     : m_powerKeys(std::move(openSystem), std::move(powerKeyAnswered)) {
     if (sessionBus.isConnected()) {
         m_sessionManager.emplace(sessionBus, requestToSessionManager());

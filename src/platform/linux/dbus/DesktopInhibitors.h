@@ -13,7 +13,7 @@ namespace tapalong {
 class DesktopInhibitors final : public TerminationGuard {
 public:
     DesktopInhibitors(const QDBusConnection& sessionBus, BusOpener::Open openSystem,
-                      Inhibitor::Answered powerKeyAnswered);
+                      PowerKeyInhibitors::Answered powerKeyAnswered);
 
     void hold() override;
     void release() override;

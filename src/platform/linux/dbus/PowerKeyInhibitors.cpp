@@ -10,8 +10,14 @@ namespace {
 
 /// Each is asked for on its own: the service refuses a whole list for one word that it does not know, or that this user
 /// may not have.
-constexpr std::array keys{"handle-power-key", "handle-suspend-key", "handle-hibernate-key", "handle-reboot-key",
-                          "handle-lid-switch"};
+struct Key {
+    const char* name;
+    std::optional<PowerKey> told;
+};
+constexpr std::array keys{Key{"handle-power-key", PowerKey::power}, Key{"handle-suspend-key", PowerKey::sleep},
+                          Key{"handle-hibernate-key", PowerKey::hibernate}, Key{"handle-reboot-key", std::nullopt},
+                          Key{"handle-lid-switch", std::nullopt}};
+constexpr std::array toldKeys{PowerKey::power, PowerKey::sleep, PowerKey::hibernate};
 
 Inhibitor::Request requestFor(const char* key) {
     auto inhibit = QDBusMessage::createMethodCall(
@@ -25,8 +31,8 @@ Inhibitor::Request requestFor(const char* key) {
 
 } // namespace
 
-PowerKeyInhibitors::PowerKeyInhibitors(BusOpener::Open open, Inhibitor::Answered powerKeyAnswered)
-    : m_opener(std::move(open)), m_powerKeyAnswered(std::move(powerKeyAnswered)) {}
+PowerKeyInhibitors::PowerKeyInhibitors(BusOpener::Open open, Answered answered)
+    : m_opener(std::move(open)), m_answered(std::move(answered)) {}
 
 void PowerKeyInhibitors::hold() {
     if (!std::exchange(m_isWanted, true)) {
@@ -42,7 +48,7 @@ void PowerKeyInhibitors::release() {
 void PowerKeyInhibitors::probe() {
     // While they are wanted, the wish itself has been answered or will be.
     if (!m_isWanted) {
-        m_isProbing = true;
+        m_probed = {toldKeys.begin(), toldKeys.end()};
         needBus();
     }
 }
@@ -59,30 +65,33 @@ void PowerKeyInhibitors::needBus() {
 void PowerKeyInhibitors::busOpened(const QDBusConnection& bus) {
     if (!bus.isConnected()) {
         m_bus = Bus::closed;
-        powerKeyAnswered(false);
+        for (const auto key : toldKeys) {
+            keyAnswered(key, false);
+        }
         return;
     }
     m_bus = Bus::open;
-    for (const auto* key : keys) {
-        const bool isPowerKey = m_inhibitors.empty();
-        m_inhibitors.push_back(std::make_unique<Inhibitor>(
-            bus, requestFor(key),
-            isPowerKey ? [this](bool granted) { powerKeyAnswered(granted); } : Inhibitor::Answered()));
+    for (const auto& [name, told] : keys) {
+        Inhibitor::Answered answered;
+        if (told) {
+            answered = [this, key = *told](bool granted) { keyAnswered(key, granted); };
+        }
+        m_held.push_back({told, std::make_unique<Inhibitor>(bus, requestFor(name), answered)});
     }
     follow();
 }
 
 void PowerKeyInhibitors::follow() {
-    for (const auto& each : m_inhibitors) {
-        const bool isPowerKey = each == m_inhibitors.front();
-        m_isWanted || (m_isProbing && isPowerKey) ? each->hold() : each->release();
+    for (const auto& each : m_held) {
+        const bool isProbed = each.key && m_probed.contains(*each.key);
+        m_isWanted || isProbed ? each.inhibitor->hold() : each.inhibitor->release();
     }
 }
 
-void PowerKeyInhibitors::powerKeyAnswered(bool granted) {
-    m_isProbing = false;
-    if (m_powerKeyAnswered) {
-        m_powerKeyAnswered(granted);
+void PowerKeyInhibitors::keyAnswered(PowerKey key, bool granted) {
+    m_probed.erase(key);
+    if (m_answered) {
+        m_answered(key, granted);
     }
     follow();
 }

@@ -49,6 +49,9 @@ bool isTouchpad(const Device& device) {
 
 void add(InputDevices& devices, const Device& device) {
     devices.hasPowerKey = devices.hasPowerKey || device.keys.has(KEY_POWER);
+    devices.hasSleepKey = devices.hasSleepKey || device.keys.has(KEY_SLEEP);
+    // The login service hibernates on the one that the kernel calls suspend.
+    devices.hasHibernateKey = devices.hasHibernateKey || device.keys.has(KEY_SUSPEND);
     devices.hasSysRqKey = devices.hasSysRqKey || device.keys.has(KEY_SYSRQ);
     devices.hasTouchpad = devices.hasTouchpad || isTouchpad(device);
 }
@@ -68,7 +71,11 @@ void readLine(Device& device, const std::string& line) {
 
 InputDevices inputDevices(const std::optional<std::string>& list) {
     if (!list) {
-        return {.hasPowerKey = true, .hasSysRqKey = true, .hasTouchpad = true};
+        return {.hasPowerKey = true,
+                .hasSleepKey = true,
+                .hasHibernateKey = true,
+                .hasSysRqKey = true,
+                .hasTouchpad = true};
     }
     InputDevices devices;
     Device device;

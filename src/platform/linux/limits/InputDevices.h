@@ -8,6 +8,8 @@ namespace tapalong {
 /// What the computer has for hands.
 struct InputDevices {
     bool hasPowerKey = false;
+    bool hasSleepKey = false;
+    bool hasHibernateKey = false;
     bool hasSysRqKey = false;
     bool hasTouchpad = false;
 

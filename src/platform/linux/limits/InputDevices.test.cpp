@@ -13,6 +13,16 @@ const std::string powerButton = "I: Bus=0019 Vendor=0000 Product=0001 Version=00
                                 "B: EV=3\n"
                                 "B: KEY=10000000000000 0\n"
                                 "\n";
+const std::string sleepButton = "N: Name=\"Sleep Button\"\n"
+                                "B: PROP=0\n"
+                                "B: EV=3\n"
+                                "B: KEY=4000 0 0\n"
+                                "\n";
+const std::string hibernateKey = "N: Name=\"A keyboard's further keys\"\n"
+                                 "B: PROP=0\n"
+                                 "B: EV=3\n"
+                                 "B: KEY=2000 0 0 0\n"
+                                 "\n";
 const std::string keyboard = "N: Name=\"A keyboard\"\n"
                              "B: PROP=0\n"
                              "B: EV=120013\n"
@@ -45,6 +55,8 @@ const std::string penTablet = "N: Name=\"A tablet\"\n"
 
 TEST(InputDevices, EachIsFoundByWhatItsDeviceCanSend) {
     EXPECT_EQ(inputDevices(powerButton), (InputDevices{.hasPowerKey = true}));
+    EXPECT_EQ(inputDevices(sleepButton), (InputDevices{.hasSleepKey = true}));
+    EXPECT_EQ(inputDevices(hibernateKey), (InputDevices{.hasHibernateKey = true}));
     EXPECT_EQ(inputDevices(keyboard), (InputDevices{.hasSysRqKey = true}));
     EXPECT_EQ(inputDevices(touchpad), (InputDevices{.hasTouchpad = true}));
 }
@@ -54,7 +66,8 @@ TEST(InputDevices, AMouseAPenTabletAndATouchScreenAreNoTouchpad) {
 }
 
 TEST(InputDevices, ALaptopHasThemAll) {
-    EXPECT_EQ(inputDevices(powerButton + keyboard + mouse + touchpad), (InputDevices{true, true, true}));
+    EXPECT_EQ(inputDevices(powerButton + sleepButton + hibernateKey + keyboard + mouse + touchpad),
+              (InputDevices{true, true, true, true, true}));
 }
 
 TEST(InputDevices, CodesOfOneDeviceAreNotAddedToThoseOfTheNext) {
@@ -72,7 +85,7 @@ TEST(InputDevices, AComputerWithoutDevicesHasNone) {
 }
 
 TEST(InputDevices, WhatMayNotBeReadCountsAsThere) {
-    EXPECT_EQ(inputDevices(std::nullopt), (InputDevices{true, true, true}));
+    EXPECT_EQ(inputDevices(std::nullopt), (InputDevices{true, true, true, true, true}));
 }
 
 } // namespace
