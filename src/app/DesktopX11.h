@@ -6,6 +6,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11EventTaps.h"
+#include "platform/linux/x11/X11FocusKeeper.h"
 #include "platform/linux/x11/X11KeyboardLocks.h"
 #include "platform/linux/x11/X11ScreenPixels.h"
 #include "platform/linux/x11/X11WindowKeeper.h"
@@ -29,7 +30,6 @@ public:
 
 private:
     void keepOnTop(QWindow& window);
-    void keepKeyboard(QWindow& window);
 
     X11Connection m_connection;
     X11ScreenPixels m_screenPixels{m_connection};
@@ -37,6 +37,7 @@ private:
     SecureInput m_secureInput;
     X11EventMonitors m_eventMonitors{m_connection};
     X11EventTaps m_eventTaps{m_connection, m_eventMonitors, m_secureInput};
+    X11FocusKeeper m_focusKeeper{m_eventTaps};
     X11Accessibility m_accessibility;
     std::unique_ptr<X11WindowKeeper> m_windowKeeper;
 };

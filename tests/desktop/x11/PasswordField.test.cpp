@@ -1,6 +1,6 @@
 #include "desktop/support/EventLoop.h"
 #include "desktop/support/XClient.h"
-#include "platform/linux/x11/X11EventTaps.h"
+#include "platform/linux/x11/X11FocusKeeper.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -62,6 +62,7 @@ protected:
     SecureInput secureInput;
     X11EventMonitors monitors{connection};
     X11EventTaps taps{connection, monitors, secureInput};
+    X11FocusKeeper focusKeeper{taps};
     test::XClient other;
     std::string tapped;
 };

@@ -259,51 +259,6 @@ TEST_F(X11EventTapsTest, TapIsHadWhileAButtonIsDownInOurWindow) {
     EXPECT_TRUE(taps.holdsInput());
 }
 
-TEST_F(X11EventTapsTest, OurWindowKeepsItsFocusWhileTheTapHolds) {
-    OwnWindow window;
-    start();
-    spinFor(200ms);
-    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
-    stop();
-    spinFor(200ms);
-    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
-    other.tap(KEY_A);
-    ASSERT_TRUE(spinUntil([&] { return window.typed == "a"; }));
-}
-
-TEST_F(X11EventTapsTest, FocusTakenByAnotherProgramIsSaidAndTheWindowStaysActive) {
-    OwnWindow window;
-    int taken = 0;
-    taps.whenFocusIsTaken([&] { ++taken; });
-    start();
-    other.focus(elsewhere);
-    spinFor(300ms); // longer than the toolkit waits before it believes in a loss of focus
-    EXPECT_EQ(taken, 1);
-    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
-    window.activate();
-    stop();
-    other.focus(elsewhere);
-    ASSERT_TRUE(spinUntil([&] { return QGuiApplication::focusWindow() == nullptr; }));
-    EXPECT_EQ(taken, 1);
-}
-
-TEST_F(X11EventTapsTest, FocusGivenToAnotherWindowOfOursIsSaidAndTheKeyWindowStaysActive) {
-    test::OwnWindow behind;
-    test::OwnWindow window;
-    int taken = 0;
-    taps.whenFocusIsTaken([&taken] { ++taken; });
-    taps.setKeyWindow(static_cast<xcb_window_t>(window.winId()));
-    start();
-    other.focus(static_cast<xcb_window_t>(behind.winId()));
-    EXPECT_TRUE(spinUntil([&taken] { return taken > 0; }));
-    spinFor(100ms);
-    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
-    stop();
-    window.activate();
-    other.focus(static_cast<xcb_window_t>(behind.winId()));
-    EXPECT_TRUE(spinUntil([&behind] { return QGuiApplication::focusWindow() == &behind; })) << "without a tap it is";
-}
-
 TEST_F(X11EventTapsTest, EventsOutsideTheMaskAreNotOffered) {
     start(maskOf(EventType::keyUp));
     other.tap(KEY_A);

@@ -38,17 +38,6 @@ bool isEndOfPointerGrab(const xcb_generic_event_t& event) {
     return kindOf(event) == XCB_ENTER_NOTIFY && as<xcb_enter_notify_event_t>(event).mode == XCB_NOTIFY_MODE_UNGRAB;
 }
 
-// Neither our own grab nor another program that takes the focus meanwhile: the window would stop its cursor and its
-// field, and the rest of a password would be typed into the session.
-bool isNoLossOfKeyboard(const xcb_focus_out_event_t& event) {
-    return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
-}
-
-// By somebody who sets the focus, and not by where the pointer is.
-bool isTaking(const xcb_focus_in_event_t& event) {
-    return event.mode == XCB_NOTIFY_MODE_WHILE_GRABBED && event.detail != XCB_NOTIFY_DETAIL_POINTER;
-}
-
 // The release of a wheel step is no event of ours and yet must not reach a window alone.
 bool isWheelRelease(const xcb_generic_event_t& event, std::uint8_t xinputOpcode) {
     return xinputTypeOf(event, xinputOpcode) == XCB_INPUT_BUTTON_RELEASE &&
@@ -268,35 +257,11 @@ void X11EventTaps::handleSecureKey(const TranslatedKey& key, KeyAction action) {
     }
 }
 
-bool X11EventTaps::isForAnotherOfOurWindows(const xcb_generic_event_t& event) const {
-    return m_keyWindow != XCB_NONE && kindOf(event) == XCB_FOCUS_IN &&
-           as<xcb_focus_in_event_t>(event).event != m_keyWindow && isTaking(as<xcb_focus_in_event_t>(event));
-}
-
-void X11EventTaps::focusIsTaken() const {
-    if (m_whenFocusIsTaken) {
-        m_whenFocusIsTaken();
-    }
-}
-
 bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
-    if (eventType != "xcb_generic_event_t") {
+    if (eventType != "xcb_generic_event_t" || !holdsInput()) {
         return false;
     }
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if (!holdsInput()) {
-        return false;
-    }
-    if (kindOf(event) == XCB_FOCUS_OUT && isNoLossOfKeyboard(as<xcb_focus_out_event_t>(event))) {
-        if (isTaking(as<xcb_focus_out_event_t>(event))) {
-            focusIsTaken();
-        }
-        return true;
-    }
-    if (isForAnotherOfOurWindows(event)) {
-        focusIsTaken();
-        return true;
-    }
     if (isEndOfPointerGrab(event) && !m_pointerGrab.take()) {
         inputIsLost(); // another program was quicker
         return false;

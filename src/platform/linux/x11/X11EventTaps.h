@@ -13,12 +13,10 @@
 #include <QTimer>
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tapalong {
@@ -51,15 +49,6 @@ public:
     void addSource(RunLoopSource source) override;
     void removeSource(RunLoopSource source) override;
 
-    /// `taken` runs when another program took the focus from a window of ours while the keyboard is held. Keys come to
-    /// us as before, and the toolkit is not told: its window and the field in it stay active.
-    void whenFocusIsTaken(std::function<void()> taken) { m_whenFocusIsTaken = std::move(taken); }
-
-    /// The window of ours that has the keyboard's focus for as long as the keyboard is held. Another one of ours that
-    /// the window manager gives it counts as another program's: else the field that a password is being typed into would
-    /// not be in the active window for a moment. None for no such window.
-    void setKeyWindow(xcb_window_t window) { m_keyWindow = window; }
-
     /// Whether keys are being intercepted at this moment, all but those that no grab stops.
     [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
 
@@ -91,8 +80,6 @@ private:
     void handleKey(xcb_keycode_t keycode, bool isPress);
     void noteSecureInput(bool isOn);
     void handleSecureKey(const TranslatedKey& key, KeyAction action);
-    [[nodiscard]] bool isForAnotherOfOurWindows(const xcb_generic_event_t& event) const;
-    void focusIsTaken() const;
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
     X11Connection& m_connection;
@@ -110,8 +97,6 @@ private:
     std::unique_ptr<QObject> m_gestureFilter;
     QTimer m_untilRefusalIsReported;
     std::optional<std::chrono::steady_clock::time_point> m_lastRefusal; ///< of a new tap
-    std::function<void()> m_whenFocusIsTaken;
-    xcb_window_t m_keyWindow = XCB_NONE;
 };
 
 } // namespace tapalong
