@@ -51,8 +51,8 @@ X11EventTaps::X11EventTaps(X11Connection& connection, X11EventMonitors& monitors
     : m_connection(connection), m_monitors(monitors), m_secureInput(secureInput), m_keyboard(connection),
       m_keyboardGrab(connection), m_pointerGrab(connection), m_serverKeys(std::move(guard)),
       m_listener(connection.listen([this](const auto& event) { handleConnectionEvent(event); })) {
-    connection.whenLost([this] { inputIsLost(); });
-    m_serverKeys.whenChanged([this] { inputIsLost(); });
+    connection.whenLost([this] { disableAndTellTaps(); });
+    m_serverKeys.whenChanged([this] { disableAndTellTaps(); });
     m_untilRefusalIsReported.setSingleShot(true);
     m_untilRefusalIsReported.setInterval(untilRefusalIsReported);
     QObject::connect(&m_untilRefusalIsReported, &QTimer::timeout, &m_untilRefusalIsReported,
@@ -178,8 +178,10 @@ void X11EventTaps::releaseInputUnlessWanted() {
     m_monitors.setTapHoldsInput(false);
 }
 
-// What is held is kept until the taps have had their chance to take the rest back: no key or click slips through between.
-void X11EventTaps::inputIsLost() {
+// Any news of what is held takes this road, a gain too: a tap has no other word for it, and finds out which it was by
+// enabling itself again. What is held is kept until the taps have had that chance: no key or click slips through
+// between.
+void X11EventTaps::disableAndTellTaps() {
     const auto taps = m_taps;
     for (const auto& tap : taps) {
         if (std::exchange(tap->isEnabled, false)) {
@@ -215,7 +217,7 @@ void X11EventTaps::handleConnectionEvent(const xcb_generic_event_t& event) {
     }
     m_keyboard.observe(event);
     if (m_keyboardGrab.isLostBy(event)) {
-        inputIsLost();
+        disableAndTellTaps();
     } else if (kindOf(event) == XCB_KEY_PRESS || kindOf(event) == XCB_KEY_RELEASE) {
         handleKey(as<xcb_key_press_event_t>(event).detail, kindOf(event) == XCB_KEY_PRESS);
     }
@@ -263,7 +265,7 @@ bool X11EventTaps::nativeEventFilter(const QByteArray& eventType, void* message,
     }
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
     if (isEndOfPointerGrab(event) && !m_pointerGrab.take()) {
-        inputIsLost(); // another program was quicker
+        disableAndTellTaps(); // another program was quicker
         return false;
     }
     if (isWheelRelease(event, m_connection.xinputOpcode())) {

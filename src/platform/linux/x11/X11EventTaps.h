@@ -72,7 +72,7 @@ private:
     [[nodiscard]] bool takeInput();
     [[nodiscard]] bool takeInputForNewTap();
     void releaseInputUnlessWanted();
-    void inputIsLost();
+    void disableAndTellTaps();
     void reportRefusal();
     [[nodiscard]] Verdict offer(const InputEvent& event);
 
