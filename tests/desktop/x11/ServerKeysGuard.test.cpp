@@ -214,12 +214,14 @@ TEST_F(ServerKeysGuardTest, ProgramThatInsistsOnTheHotKeysDoesNotKeepTheGuardFro
 }
 
 TEST_F(ServerKeysGuardTest, GuardThatCannotBeStartedIsSaid) {
-    ServerKeys keys("/nowhere/guard");
-    EXPECT_FALSE(keys.canBeClosed());
-    keys.close();
-    EXPECT_FALSE(keys.areClosed());
-    keys.reopen();
-    EXPECT_FALSE(keys.areClosed());
+    for (const char* const program : {"/nowhere/guard", ""}) {
+        ServerKeys keys(program);
+        EXPECT_FALSE(keys.canBeClosed());
+        keys.close();
+        EXPECT_FALSE(keys.areClosed());
+        keys.reopen();
+        EXPECT_FALSE(keys.areClosed());
+    }
 }
 
 TEST_F(ServerKeysGuardTest, GuardThatFailedIsExpectedToFailAgain) {

@@ -21,7 +21,7 @@ bool usable(const SF_INFO& info) {
 } // namespace
 
 std::shared_ptr<const Clip> loadClip(const std::filesystem::path& folder, std::string_view name) {
-    if (name.empty() || name.find('/') != std::string_view::npos) {
+    if (folder.empty() || name.empty() || name.find('/') != std::string_view::npos) {
         return nullptr;
     }
     const std::filesystem::path path = folder / (std::string(name) + ".wav");

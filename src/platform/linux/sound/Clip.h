@@ -16,7 +16,8 @@ struct Clip {
 };
 
 /// Reads `folder`/`name`.wav. Null when there is no such file, when it is no mono sound file at clipRate, or when it
-/// lasts longer than ten seconds. `name` is a plain name: one with a slash is not looked for.
+/// lasts longer than ten seconds. `name` is a plain name: one with a slash is not looked for,
+/// nor is anything in an empty `folder`.
 [[nodiscard]] std::shared_ptr<const Clip> loadClip(const std::filesystem::path& folder, std::string_view name);
 
 } // namespace tapalong

@@ -44,6 +44,15 @@ TEST_F(ClipFiles, MissingFileIsNoClip) {
     EXPECT_EQ(loadClip(m_folder, "Beep"), nullptr);
 }
 
+TEST_F(ClipFiles, NoFolderIsNotTheCurrentOne) {
+    writeSound("Beep.wav", 48'000, 1, {0});
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(m_folder);
+    EXPECT_EQ(loadClip({}, "Beep"), nullptr);
+    EXPECT_NE(loadClip(".", "Beep"), nullptr);
+    std::filesystem::current_path(before);
+}
+
 TEST_F(ClipFiles, MissingFolderIsNoClip) {
     EXPECT_EQ(loadClip(m_folder / "nowhere", "Beep"), nullptr);
 }

@@ -1,8 +1,8 @@
 #include "platform/linux/sound/PulseSystemSounds.h"
 
+#include "platform/linux/ProgramFolder.h"
 #include "platform/linux/sound/PulseOutput.h"
 
-#include <system_error>
 #include <utility>
 
 namespace tapalong {
@@ -44,9 +44,8 @@ std::unique_ptr<SystemSound> PulseSystemSounds::soundNamed(std::string_view name
 }
 
 std::filesystem::path PulseSystemSounds::installedFolder() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return program.parent_path() / ".." / "share" / "tapalong" / "sounds";
+    const auto folder = programFolder();
+    return folder.empty() ? folder : folder / ".." / "share" / "tapalong" / "sounds";
 }
 
 } // namespace tapalong

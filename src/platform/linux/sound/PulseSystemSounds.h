@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<SystemSound> soundNamed(std::string_view name) override;
 
-    /// ../share/tapalong/sounds, seen from the program's own folder.
+    /// ../share/tapalong/sounds, seen from the program's own folder; empty when nobody knows that.
     [[nodiscard]] static std::filesystem::path installedFolder();
 
 private:

@@ -1,13 +1,12 @@
 #include "platform/linux/x11/ServerKeys.h"
 
+#include "platform/linux/ProgramFolder.h"
 #include "platform/linux/x11/ServerKeysNote.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace tapalong {
@@ -64,9 +63,8 @@ ServerKeys::ServerKeys(std::string guard) : m_guardProgram(std::move(guard)) {
 }
 
 std::string ServerKeys::guardBesideProgram() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (program.parent_path() / "tapalong-x11-guard").string();
+    const auto folder = programFolder();
+    return folder.empty() ? std::string{} : (folder / "tapalong-x11-guard").string();
 }
 
 void ServerKeys::putBackLeftOver(const X11Connection& connection) {

@@ -24,7 +24,7 @@ namespace tapalong {
 /// of a machine that is very busy, or of a guard that is stopped.
 class ServerKeys {
 public:
-    /// The guard that was built and installed together with the running program.
+    /// The guard that was built and installed together with the running program; empty when nobody knows where.
     [[nodiscard]] static std::string guardBesideProgram();
 
     explicit ServerKeys(std::string guard = guardBesideProgram());
