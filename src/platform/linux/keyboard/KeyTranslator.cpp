@@ -9,8 +9,6 @@ namespace tapalong {
 
 namespace {
 
-constexpr std::uint32_t xkbOffset = 8;
-
 // The eight real modifiers lead every keymap, in the order of the X protocol.
 constexpr std::uint32_t shiftMask = 1U << 0U;
 constexpr std::uint32_t lockMask = 1U << 1U;
@@ -61,8 +59,8 @@ void KeyTranslator::setKeymap(xkb_keymap* keymap) {
     for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap); ++code) {
         const xkb_keysym_t* symbols = nullptr;
         const int count = xkb_keymap_key_get_syms_by_level(keymap, code, 0, 0, &symbols);
-        if (count == 1 && *symbols == XKB_KEY_ISO_Level3_Shift && code >= xkbOffset) {
-            m_levelThree |= modifiersOfKey(code - xkbOffset);
+        if (count == 1 && *symbols == XKB_KEY_ISO_Level3_Shift && code >= kernelOffset) {
+            m_levelThree |= modifiersOfKey(code - kernelOffset);
         }
     }
     restart(before);
@@ -86,12 +84,12 @@ void KeyTranslator::follow(std::uint32_t kernelCode, KeyAction action) {
         m_held.insert(kernelCode);
         if (m_state) {
             m_reckoned.insert(kernelCode);
-            xkb_state_update_key(m_state.get(), kernelCode + xkbOffset, XKB_KEY_DOWN);
+            xkb_state_update_key(m_state.get(), kernelCode + kernelOffset, XKB_KEY_DOWN);
         }
     } else if (action == KeyAction::release) {
         m_held.erase(kernelCode);
         if (m_reckoned.erase(kernelCode) != 0) {
-            xkb_state_update_key(m_state.get(), kernelCode + xkbOffset, XKB_KEY_UP);
+            xkb_state_update_key(m_state.get(), kernelCode + kernelOffset, XKB_KEY_UP);
         } else {
             releaseUnreckoned(kernelCode);
         }
@@ -103,7 +101,7 @@ TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction actio
     const ModifierFlags flagsBefore = flags();
     const auto state = stateFor(commands);
     TranslatedKey result;
-    result.keysym = state ? xkb_state_key_get_one_sym(state.get(), kernelCode + xkbOffset) : XKB_KEY_NoSymbol;
+    result.keysym = state ? xkb_state_key_get_one_sym(state.get(), kernelCode + kernelOffset) : XKB_KEY_NoSymbol;
     result.isChord = isActive(state.get(), commandMods());
     const EventType type = typeOf(key, result.keysym, action);
     if (type == EventType::keyDown) {
@@ -180,7 +178,7 @@ std::uint32_t KeyTranslator::modifiersOfKey(std::uint32_t kernelCode) const {
     if (!scratch) {
         return 0;
     }
-    xkb_state_update_key(scratch.get(), kernelCode + xkbOffset, XKB_KEY_DOWN);
+    xkb_state_update_key(scratch.get(), kernelCode + kernelOffset, XKB_KEY_DOWN);
     return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);
 }
 
@@ -212,7 +210,7 @@ std::optional<std::string> KeyTranslator::typedText(xkb_state* state, std::uint3
             return std::move(step.finished);
         }
     }
-    const xkb_keycode_t code = kernelCode + xkbOffset;
+    const xkb_keycode_t code = kernelCode + kernelOffset;
     std::string text(64, '\0');
     const int length = xkb_state_key_get_utf8(state, code, text.data(), text.size());
     if (length <= 0) {

@@ -21,7 +21,10 @@ struct VirtualKey {
     KeyKind kind = KeyKind::ordinary;
 };
 
-/// The key at a kernel key code (an X or XKB key code less 8). None for media, brightness and other keys that have no
+/// X and XKB number keys as the kernel does and this more: X keeps the first eight numbers to itself.
+inline constexpr std::uint32_t kernelOffset = 8;
+
+/// The key at a kernel key code (an X or XKB key code less kernelOffset). None for media, brightness and other keys that have no
 /// virtual key code; their events are systemDefined.
 [[nodiscard]] std::optional<VirtualKey> virtualKeyOf(std::uint32_t kernelCode);
 

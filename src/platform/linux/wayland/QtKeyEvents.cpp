@@ -10,7 +10,6 @@ namespace tapalong {
 
 namespace {
 
-constexpr std::uint32_t kernelOffset = 8;     ///< of key codes in XKB's numbering
 constexpr std::uint32_t nativeLockMask = 0x2; ///< the real modifier Lock, the same in every keymap
 
 std::optional<VirtualKey> keyOf(const QKeyEvent& event) {

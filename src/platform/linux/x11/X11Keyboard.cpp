@@ -1,12 +1,12 @@
 #include "platform/linux/x11/X11Keyboard.h"
 
+#include "platform/linux/keyboard/VirtualKeyCodes.h"
+
 #include <xkbcommon/xkbcommon-x11.h>
 
 namespace tapalong {
 
 namespace {
-
-constexpr xcb_keycode_t kernelOffset = 8; // X key codes are the kernel's plus 8
 
 std::uint32_t kernelCodeOf(xcb_keycode_t keycode) {
     return keycode >= kernelOffset ? std::uint32_t{keycode} - kernelOffset : 0U;
