@@ -16,13 +16,26 @@
 #include <cstdlib>
 #include <iostream>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace {
 
 bool hasDisplay() {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+/// The toolkit takes the X server's name from here before it asks the environment, by which the keyboard, its guard and
+/// the one running program are sought: they would be another server's.
+void useDisplayOf(std::span<char*> arguments) {
+    for (std::size_t i = 1; i + 1 < arguments.size(); ++i) {
+        const std::string_view option = arguments[i];
+        if (option == "-display" || option == "--display") {
+            qputenv("DISPLAY", arguments[++i]);
+        }
+    }
 }
 
 /// The desktop gets everything back when our connections to it end, and they stay open while memory is dumped; nor
@@ -103,6 +116,7 @@ std::optional<int> endBecauseItRuns(tapalong::FirstInstance& instance) {
 int main(int argc, char* argv[]) {
     outliveReaders();
     learnOfChildren();
+    useDisplayOf({argv, static_cast<std::size_t>(argc)});
     if (!hasDisplay()) {
         std::cerr << "Tapalong needs a graphical desktop: please start it from there.\n";
         return EXIT_FAILURE;

@@ -2,7 +2,7 @@
 import signal
 import unittest
 
-from case import PROGRAM, DesktopCase, Program, wait_until
+from case import PASSWORD, PROGRAM, DesktopCase, Fixed, Program, wait_until
 
 
 class SecondStart(DesktopCase):
@@ -43,6 +43,18 @@ class SecondStart(DesktopCase):
         self.wait_for_settings_in_front()
         self.assertTrue(self.program.is_running())
         self.assertEqual(len(self.visible_windows()), 1)
+
+    def test_a_display_that_an_argument_names_is_the_one_of_all_our_connections(self):
+        elsewhere = {"DISPLAY": f":{Fixed((800, 600)).start(self.desktop)}"}
+        self.program = Program(self.desktop, PROGRAM, settings={"exitPassword": PASSWORD, "kioskMode": True},
+                               environment=elsewhere, arguments=("-display", self.desktop.environment["DISPLAY"]))
+        self.launched().click("Start Session")
+        wait_until(lambda: self.program.typed_text() == "", "an empty session")
+        self.desktop.type("abc")
+        self.wait_text("abc")
+        self.leave()
+        self.assertEqual(self.start_again()[0], 0)
+        self.wait_for_settings_in_front()
 
     def test_minimised_settings_come_back(self):
         self.launch()
