@@ -95,7 +95,8 @@ class Siege(Composed):
     def test_without_a_session_the_same_windows_show_and_get_everything(self):
         with Windows(self.desktop) as windows:
             windows.ask("session")
-            for kind, answer in windows.answers("open", ("self-focusing", "unmanaged", "notification in a corner"), 1500):
+            kinds = ("self-focusing", "unmanaged", "notification in a corner")
+            for kind, answer in windows.answers("open", kinds, 1500):
                 self.assertGreater(answer.shown_ms, 4 * LONGEST_SHOWN_MS, kind)
                 self.assertGreater(answer.clicks, 0, kind)
                 # A notification may be given the focus: window managers differ.
