@@ -120,7 +120,7 @@ GuardProcess::Word GuardProcess::listen(std::chrono::milliseconds atMost) {
         return Word::none;
     }
     if (const auto line = readLine(m_output); !line.empty()) {
-        return line == "closed" ? Word::closed : Word::open;
+        return line == "closed" ? Word::closed : Word::refused;
     }
     // Its output is closed, so it has left or is about to.
     return hasSucceeded(std::exchange(m_process, -1)) ? Word::ended : Word::failed;

@@ -20,10 +20,10 @@ public:
     GuardProcess& operator=(const GuardProcess&) = delete;
 
     enum class Word : std::uint8_t {
-        none,   ///< nothing in that time
-        closed, ///< all that it is for is closed
-        open,   ///< the server refuses a part
-        ended,  ///< there is no process any more, and it did what it was to do at its end
+        none,    ///< nothing in that time
+        closed,  ///< all that it is for is closed
+        refused, ///< the server refuses a part
+        ended,   ///< there is no process any more, and it did what it was to do at its end
         failed, ///< there is no process any more, and nothing is known of what it did: it was killed, or lost the server
     };
 

@@ -125,7 +125,7 @@ void ServerKeys::hearGuard() {
     case GuardProcess::Word::closed:
         m_areClosed = true;
         break;
-    case GuardProcess::Word::open:
+    case GuardProcess::Word::refused:
         m_areClosed = false;
         break;
     case GuardProcess::Word::ended:
