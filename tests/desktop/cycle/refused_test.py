@@ -115,6 +115,23 @@ class Refused(WitnessCase):
         self.desktop.key("Escape")
         self.assert_had_and_said_afterwards()
 
+    def test_it_is_had_while_the_question_is_open_and_another_program_has_the_focus(self):
+        holder = self.hold("keyboard")
+        self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)
+        self.assert_warned()
+        self.open_overlay()
+        self.desktop.focus("witness")
+        self.desktop.settle()
+        before = self.keys_seen_by_others()
+        self.let_go(holder)
+        self.program.wait_for_line(IN_FORCE)
+        self.program.wait_for_focus("Enter exit password")
+        self.desktop.type(PASSWORD)
+        self.desktop.key("Return")
+        self.program.wait_gone("Exit Tapalong")
+        self.assertEqual(self.keys_seen_by_others(), before)
+        self.program.find(PARTLY)
+
     def something_has_the_keyboard(self):
         return "refused" in self.desktop.output(["/usr/bin/python3", "-c", HOLD, "keyboard"])
 

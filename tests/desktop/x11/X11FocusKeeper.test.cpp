@@ -70,6 +70,17 @@ TEST_F(X11FocusKeeperTest, WindowStaysActiveForAsLongAsTheTapHoldsWhoeverHasTheF
     ASSERT_TRUE(spinUntil([&] { return QGuiApplication::focusWindow() == nullptr; }));
 }
 
+TEST_F(X11FocusKeeperTest, FocusThatAnotherProgramHadBeforeTheTapIsTaken) {
+    keeper.keepFor(window);
+    other.focus(elsewhere);
+    spinFor(50ms);
+    EXPECT_EQ(focusedNow(), elsewhere);
+    start();
+    EXPECT_TRUE(spinUntil([&] { return focusedNow() == idOf(window); }));
+    spinFor(300ms); // longer than the toolkit waits before it believes in a loss of focus
+    EXPECT_EQ(QGuiApplication::focusWindow(), &window);
+}
+
 TEST_F(X11FocusKeeperTest, FocusThatAnotherProgramTakesIsTakenBackWhileTheTapHolds) {
     keeper.keepFor(window);
     start();

@@ -148,6 +148,9 @@ bool X11EventTaps::takeInput() {
         m_keyboard.restart();
         m_wasSecure = false;
         m_ignored.clear();
+        if (m_whenInputIsHeld) {
+            m_whenInputIsHeld();
+        }
     }
     return true;
 }

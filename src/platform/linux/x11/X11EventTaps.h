@@ -52,6 +52,9 @@ public:
     /// Whether keys are being intercepted at this moment, all but those that no grab stops.
     [[nodiscard]] bool holdsInput() const { return m_keyboardGrab.isHeld() && m_pointerGrab.isHeld(); }
 
+    /// `begun` runs each time that keys begin to be intercepted.
+    void whenInputIsHeld(std::function<void()> begun) { m_whenInputIsHeld = std::move(begun); }
+
     /// Whether the keys that no grab stops are closed too, as they are meant to be from the first tap to the last.
     [[nodiscard]] bool serverKeysAreClosed() const { return m_serverKeys.areClosed(); }
 
@@ -90,6 +93,7 @@ private:
     PointerGrab m_pointerGrab;
     ServerKeys m_serverKeys;
     std::shared_ptr<X11Connection::Listener> m_listener;
+    std::function<void()> m_whenInputIsHeld;
     std::vector<std::shared_ptr<Tap>> m_taps; ///< newest first
     std::uint64_t m_lastId = 0;
     bool m_wasSecure = false;

@@ -42,7 +42,7 @@ void takeKeyboard(QWindow& window) {
     xcb_flush(server);
 }
 
-X11FocusKeeper::X11FocusKeeper(const X11EventTaps& taps) : m_taps(taps) {
+X11FocusKeeper::X11FocusKeeper(X11EventTaps& taps) : m_taps(taps) {
     m_untilTakenBack.setSingleShot(true);
     m_untilTakenBack.setInterval(untilTakenBack);
     QObject::connect(&m_untilTakenBack, &QTimer::timeout, &m_untilTakenBack, [this] {
@@ -56,10 +56,13 @@ X11FocusKeeper::X11FocusKeeper(const X11EventTaps& taps) : m_taps(taps) {
             m_untilTakenBack.start();
         }
     });
+    // It may be had late, when somebody else has the focus already: a password would be typed into the session.
+    m_taps.whenInputIsHeld([this] { m_untilTakenBack.start(); });
     qGuiApp->installNativeEventFilter(this);
 }
 
 X11FocusKeeper::~X11FocusKeeper() {
+    m_taps.whenInputIsHeld({});
     if (qGuiApp != nullptr) {
         qGuiApp->removeNativeEventFilter(this);
     }

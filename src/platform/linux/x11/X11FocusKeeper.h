@@ -20,21 +20,21 @@ void takeKeyboard(QWindow& window);
 /// question shows, so this cannot be left to it.
 class X11FocusKeeper final : private QAbstractNativeEventFilter {
 public:
-    /// `taps` outlives the keeper. From here on the toolkit is told of no loss while they hold the input.
-    explicit X11FocusKeeper(const X11EventTaps& taps);
+    /// `taps` outlives the keeper, which is alone to be told when they hold the input. From here on the toolkit is told of no loss while they hold the input.
+    explicit X11FocusKeeper(X11EventTaps& taps);
     ~X11FocusKeeper() override;
     X11FocusKeeper(const X11FocusKeeper&) = delete;
     X11FocusKeeper& operator=(const X11FocusKeeper&) = delete;
 
     /// Takes the focus back for `window`, and no more for the one before, whenever it is visible: from other programs
-    /// while the input is held, from other windows of ours always.
+    /// while the input is held, and when it begins to be; from other windows of ours always.
     void keepFor(QWindow& window);
 
 private:
     [[nodiscard]] bool isGivenToAnotherOfOurs(const xcb_generic_event_t& event) const;
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
-    const X11EventTaps& m_taps;
+    X11EventTaps& m_taps;
     QPointer<QWindow> m_window;
     QTimer m_untilTakenBack;
 };
