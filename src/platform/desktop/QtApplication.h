@@ -17,7 +17,8 @@ public:
     [[nodiscard]] bool isActive() const override;
     void activateIgnoringOtherApps() override;
     /// Of the options, what the session's window does not do by itself: while the session's termination is disabled, a
-    /// log-out is refused and the guard holds; while the switching of processes is, no other window of ours takes clicks.
+    /// log-out is refused and the guard holds; while the switching of processes is, no other window of ours takes
+    /// clicks.
     void setPresentationOptions(PresentationOptions options) override;
     [[nodiscard]] std::optional<Appearance> effectiveAppearance() const override;
 

@@ -44,8 +44,8 @@ QFont fittedFont(const QString& text, QFont font, double width) {
     return font;
 }
 
-/// Where the text engine, given all of it at once, begins a line and ends the last one. Emoji are themselves there, each as
-/// wide as its picture.
+/// Where the text engine, given all of it at once, begins a line and ends the last one. Emoji are themselves there, each
+/// as wide as its picture.
 std::vector<int> breaksOf(const QString& paragraph, const TypedTextLayout& like, double width) {
     EmojiArt art;
     const QFont font = like.face().font();

@@ -24,8 +24,8 @@ struct VirtualKey {
 /// X and XKB number keys as the kernel does and this more: X keeps the first eight numbers to itself.
 inline constexpr std::uint32_t kernelOffset = 8;
 
-/// The key at a kernel key code (an X or XKB key code less kernelOffset). None for media, brightness and other keys that have no
-/// virtual key code; their events are systemDefined.
+/// The key at a kernel key code (an X or XKB key code less kernelOffset). None for media, brightness and other keys
+/// that have no virtual key code; their events are systemDefined.
 [[nodiscard]] std::optional<VirtualKey> virtualKeyOf(std::uint32_t kernelCode);
 
 /// The modifier bits that events of such a key carry whatever modifiers are down.

@@ -24,7 +24,7 @@ public:
         closed,  ///< all that it is for is closed
         refused, ///< the server refuses a part
         ended,   ///< there is no process any more, and it did what it was to do at its end
-        failed, ///< there is no process any more, and nothing is known of what it did: it was killed, or lost the server
+        failed,  ///< there is no process any more; it was killed or lost the server, and may have done nothing of that
     };
 
     /// Waits for its next word, at most so long.

@@ -20,8 +20,8 @@ namespace tapalong {
 /// put back however ours ends.
 ///
 /// Waiting for the guard is the main thread's, and the whole program's with it: it must have closed before a session
-/// counts as locked, and put back before one counts as ended. That is a few milliseconds each; the times below are those
-/// of a machine that is very busy, or of a guard that is stopped.
+/// counts as locked, and put back before one counts as ended. That is a few milliseconds each; the times below are
+/// those of a machine that is very busy, or of a guard that is stopped.
 class ServerKeys {
 public:
     /// The guard that was built and installed together with the running program; empty when nobody knows where.

@@ -20,7 +20,8 @@ void takeKeyboard(QWindow& window);
 /// question shows, so this cannot be left to it.
 class X11FocusKeeper final : private QAbstractNativeEventFilter {
 public:
-    /// `taps` outlives the keeper, which is alone to be told when they hold the input. From here on the toolkit is told of no loss while they hold the input.
+    /// `taps` outlives the keeper and tells nobody else when it begins to hold the input. From here on the toolkit is
+    /// told of no loss while it does.
     explicit X11FocusKeeper(X11EventTaps& taps);
     ~X11FocusKeeper() override;
     X11FocusKeeper(const X11FocusKeeper&) = delete;
