@@ -3,7 +3,7 @@
 //   random_session [SEED]      TAPALONG_SEED does the same; without either the seed is random. It is always printed.
 //   random_session --self-test breaks the model's rules one by one: each must be noticed
 //
-// TAPALONG_EVENTS: how many events. TAPALONG_LONG: ten times the usual number.
+// TAPALONG_EVENTS: how many events. TAPALONG_LONG: as many as the long test has.
 
 #include "random/RandomSession.h"
 
@@ -101,7 +101,6 @@ int main(int argc, char** argv) {
     }
     const auto given = numberFrom(argc > 1 ? argv[1] : std::getenv("TAPALONG_SEED"));
     const auto events = numberFrom(std::getenv("TAPALONG_EVENTS"));
-    constexpr std::uint64_t longer = 10;
-    const std::uint64_t usual = TAPALONG_DEFAULT_EVENTS * (std::getenv("TAPALONG_LONG") != nullptr ? longer : 1);
+    const std::uint64_t usual = std::getenv("TAPALONG_LONG") != nullptr ? TAPALONG_LONG_EVENTS : TAPALONG_USUAL_EVENTS;
     return explore(given.value_or(std::random_device{}()), events.value_or(usual));
 }
