@@ -25,6 +25,9 @@ CORE_KEYBOARD = 0x100  # as the server's keyboard extension calls what all progr
 LOCKED = "✅ CGEventTap active — all keyboard input intercepted"
 UNLOCKED = "🔓 CGEventTap deactivated — normal input restored"
 
+# Said of what is left when nothing is, and said alone.
+LATE = "nothing is left, but that is sure only after"
+
 
 class Stage:
     """Use as a context."""
@@ -181,7 +184,7 @@ class Stage:
                 left += self._what_is_kept()
             self.took = time.monotonic() - since
             if not left and self.took > seconds:
-                return [f"nothing is left, but that is sure only after {self.took:.2f} s"]
+                return [f"{LATE} {self.took:.2f} s"]
             if not left or is_last:
                 return left
             time.sleep(0.02)
