@@ -2,6 +2,8 @@
 
 #include "base/Fatal.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -15,6 +17,9 @@ StandIn::StandIn(const BusServer& bus, const QString& service, Answer answer)
 }
 
 StandIn::~StandIn() {
+    // A call that is on its way from the bus's thread must not outlast the connection that it belongs to.
+    m_connection.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    QCoreApplication::removePostedEvents(this);
     QDBusConnection::disconnectFromBus(m_connection.name());
 }
 

@@ -186,12 +186,12 @@ class Inhibitors(DesktopCase):
         self.services.process.send_signal(signal.SIGCONT)
         self.wait_held()
 
-    def test_switching_lockdown_mode_on_tries_the_power_key_for_a_moment(self):
+    def test_switching_lockdown_mode_on_tries_for_a_moment_the_keys_whose_refusal_is_told(self):
         self.start_services()
         program = self.launch()
         program.click("Lockdown Mode", "check box")
-        wait_until(lambda: self.services.lines == ["+ login handle-power-key", "- login handle-power-key"],
-                   "the power key to be held and let go")
+        tried = [f"{done} login handle-{key}-key" for done in "+-" for key in ("hibernate", "power", "suspend")]
+        wait_until(lambda: sorted(self.services.lines) == tried, "the keys to be held and let go")
 
 
 if __name__ == "__main__":
