@@ -81,7 +81,8 @@ class Sessions(unittest.TestCase):
         self.assertEqual(many.counts(), few.counts())
         # A forgotten timer wakes at least twice a second for each session that is over.
         self.assertLess(many.wake_ups, few.wake_ups + 6)
-        self.assertLess(max(allocated[FEW:]) / allocated[FEW] - 1, 0.01, allocated)
+        # The least of five: now and then one is taken while something is under way, and is 60 kilobytes more.
+        self.assertLess(min(allocated[-5:]) / min(allocated[FEW:FEW + 5]) - 1, 0.01, allocated)
 
     @staticmethod
     def hold(stage, sessions):
