@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <random>
@@ -17,6 +18,10 @@
 namespace {
 
 using namespace tapalong::testing;
+
+/// The build says how many: equal where a long test would take too long.
+constexpr std::uint64_t usualEvents = TAPALONG_USUAL_EVENTS;
+constexpr std::uint64_t eventsInLongTest = TAPALONG_LONG_EVENTS;
 
 std::optional<std::uint64_t> number(std::string_view text) {
     std::uint64_t value = 0;
@@ -101,6 +106,6 @@ int main(int argc, char** argv) {
     }
     const auto given = numberFrom(argc > 1 ? argv[1] : std::getenv("TAPALONG_SEED"));
     const auto events = numberFrom(std::getenv("TAPALONG_EVENTS"));
-    const std::uint64_t usual = std::getenv("TAPALONG_LONG") != nullptr ? TAPALONG_LONG_EVENTS : TAPALONG_USUAL_EVENTS;
-    return explore(given.value_or(std::random_device{}()), events.value_or(usual));
+    const auto unasked = std::getenv("TAPALONG_LONG") != nullptr ? eventsInLongTest : usualEvents;
+    return explore(given.value_or(std::random_device{}()), events.value_or(unasked));
 }

@@ -104,19 +104,19 @@ def main():
     changed = [source for source, mark in marks.items() if not mark.exists()]
     print(f"{len(marks)} files, {len(changed)} to look at", flush=True)
 
-    failures = 0
+    findings = []
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as pool:
         for done, (source, result) in enumerate(zip(changed, pool.map(functools.partial(lint, build), changed)), 1):
             print(f"[{done}/{len(changed)}] {source.relative_to(ROOT)}", flush=True)
             if result.returncode == 0:
                 marks[source].touch()
             else:
-                failures += 1
-                print(result.stdout + result.stderr, flush=True)
+                findings.append(result.stdout + result.stderr)
     for stale in set(memory.iterdir()) - set(marks.values()):
         stale.unlink()
-    if failures:
-        sys.exit(f"{failures} of {len(marks)} files have findings")
+    if findings:
+        # Together at the end, where whoever sees the end of a long log finds them.
+        sys.exit("\n".join(findings) + f"{len(findings)} of {len(marks)} files have findings")
 
 
 main()
