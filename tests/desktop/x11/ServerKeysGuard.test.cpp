@@ -51,6 +51,7 @@ class ServerKeysGuardTest : public test::ServerKeysTest {
 protected:
     /// While the keys are closed, in the same instant, with Caps Lock on that was off before.
     void killProgramAndGuard() {
+        const auto controls = controlsOn(xcb);
         std::array<int, 2> ready{};
         ASSERT_EQ(pipe(ready.data()), 0);
         const pid_t program = fork();
@@ -72,7 +73,7 @@ protected:
         close(ready[0]);
         close(ready[1]);
         // What the server does when a connection ends, it does a moment later.
-        (void)spinUntil([&] { return (controlsOn(xcb) & XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS) != 0; });
+        (void)spinUntil([&] { return controlsOn(xcb) == controls; });
     }
 };
 
@@ -177,6 +178,44 @@ TEST_F(ServerKeysGuardTest, WhatProgramAndGuardLeftThatWereKilledTogetherIsPutBa
     next.close();
     EXPECT_TRUE(next.areClosed());
     next.reopen();
+    EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+}
+
+TEST_F(ServerKeysGuardTest, WhoeverPutsBackWhatWasLeftHoldsNoDevice) {
+    constexpr std::uint8_t middle = 2;
+    // The hot keys are off on most desktops, and a guard has less to ask of the server then.
+    test::setControls(xcb, XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS, 0);
+    const auto before = ServerState::read(xcb);
+    killProgramAndGuard();
+    other.pressButton(middle);
+    ServerKeys next;
+    next.putBackLeftOver(connection);
+    EXPECT_EQ(runningGuards().size(), 1U) << "which waits for the button";
+    EXPECT_TRUE(next.canBeClosed());
+    EXPECT_TRUE(other.grabKeyboard());
+    other.ungrabKeyboard();
+    other.releaseButton(middle);
+    EXPECT_TRUE(spinUntil([&] { return before.differencesTo(ServerState::read(xcb)).empty(); }))
+        << before.differencesTo(ServerState::read(xcb));
+}
+
+TEST_F(ServerKeysGuardTest, GuardThatWakesUpInTheNextSessionLeavesItAlone) {
+    const auto before = ServerState::read(xcb);
+    ServerKeys keys;
+    keys.close();
+    const pid_t late = runningGuards().at(0);
+    kill(late, SIGSTOP);
+    keys.reopen();
+    keys.close();
+    EXPECT_TRUE(keys.areClosed());
+    other.tap(KEY_NUMLOCK);
+    const auto during = ServerState::read(xcb);
+    kill(late, SIGCONT);
+    siginfo_t end{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(late), &end, WEXITED | WNOWAIT), 0);
+    spinFor(200ms);
+    EXPECT_EQ(during.differencesTo(ServerState::read(xcb)), "");
+    keys.reopen();
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
 }
 

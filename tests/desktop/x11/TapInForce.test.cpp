@@ -95,6 +95,17 @@ TEST_F(TapInForce, TapWithoutTheServersKeysHoldsTheRestAndIsEnabledWhenItHasThem
     EXPECT_FALSE(other.grabKeyboard());
 }
 
+TEST_F(TapInForce, GuardThatIsKilledHasASuccessorBeforeAnybodyNotices) {
+    start();
+    ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));
+    const auto first = test::runningGuards();
+    losses = 0;
+    kill(first.at(0), SIGKILL);
+    ASSERT_TRUE(spinUntil([&] { return !test::runningGuards().empty() && test::runningGuards() != first; }));
+    EXPECT_TRUE(taps.isTapEnabled(*tap));
+    EXPECT_EQ(losses, 0);
+}
+
 TEST_F(TapInForce, ServersKeysThatOpenForGoodAreALossOfThemAlone) {
     start();
     ASSERT_TRUE(spinUntil([&] { return taps.isTapEnabled(*tap); }));

@@ -12,11 +12,13 @@ namespace {
 
 /// None when the server does not say.
 std::optional<std::vector<xcb_input_device_id_t>> devicesOfOtherSeats(xcb_connection_t* xcb) {
+    // The server chooses a client's pointer, and says which, once the client has asked for what goes by one.
+    (void)own(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
     const auto ours =
         own(xcb_input_xi_get_client_pointer_reply(xcb, xcb_input_xi_get_client_pointer(xcb, XCB_NONE), nullptr));
     const auto all =
         own(xcb_input_xi_query_device_reply(xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL_MASTER), nullptr));
-    if (!ours || !all) {
+    if (!ours || ours->set == 0 || !all) {
         return std::nullopt;
     }
     std::vector<xcb_input_device_id_t> found;

@@ -125,6 +125,9 @@ bool ServerKeysGuard::closeKeyboard(const Device& keyboard, SavedKeyboard& saved
 }
 
 void ServerKeysGuard::reopen() {
+    if (!m_note->isOurs()) {
+        return; // late: another guard has closed everything again, and knows from the note what to put back
+    }
     for (const Device& each : inputDevices(xcb()).value_or(std::vector<Device>{})) {
         if (const auto* const saved = m_snapshot.find(each.id)) {
             reopenKeyboard(each, *saved);
@@ -132,8 +135,8 @@ void ServerKeysGuard::reopen() {
     }
     releaseOtherSeats(xcb());
     m_snapshot.forgetKeyboards();
+    m_note->write(m_snapshot);
     while (m_note->isOurs() && !reopenButtons()) {
-        m_note->write(m_snapshot);
         std::this_thread::sleep_for(betweenLooksAtButtons);
     }
     if (m_note->isOurs()) {

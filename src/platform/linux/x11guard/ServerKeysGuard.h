@@ -31,7 +31,8 @@ public:
     /// To be called again when devices changed. False when the server refused a part.
     [[nodiscard]] bool close();
     /// Puts everything back that was there at the first close(), also keys that were locked since. Last. A button that
-    /// is down gets its meaning back when it comes up: that is waited for, unless another guard takes over.
+    /// is down gets its meaning back when it comes up: that is waited for. Leaves everything to another guard that has
+    /// taken over.
     void reopen();
 
     /// Takes in what the server has told; true when that calls for another close().
