@@ -189,14 +189,21 @@ TEST_F(ServerKeysTest, FiveShiftsSwitchNothingOn) {
 }
 
 TEST_F(ServerKeysTest, ShiftHeldForLongSwitchesNothingOn) {
+    const auto shiftForLong = [this] {
+        other.press(KEY_LEFTSHIFT);
+        spinFor(9s);
+        other.release(KEY_LEFTSHIFT);
+    };
     const auto before = ServerState::read(xcb);
-    ServerKeys keys;
-    keys.close();
-    other.press(KEY_LEFTSHIFT);
-    spinFor(9s);
-    other.release(KEY_LEFTSHIFT);
-    keys.reopen();
+    {
+        ServerKeys keys;
+        keys.close();
+        shiftForLong();
+        EXPECT_EQ(controlsOn(xcb) & (accessibility | XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS), 0U);
+    }
     EXPECT_EQ(before.differencesTo(ServerState::read(xcb)), "");
+    shiftForLong();
+    EXPECT_NE(controlsOn(xcb) & XCB_XKB_BOOL_CTRL_SLOW_KEYS, 0U) << "with the keys open it does";
 }
 
 TEST_F(ServerKeysTest, LocksAndLayoutOfTheChildAreUndone) {
