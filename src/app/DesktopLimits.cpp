@@ -18,6 +18,7 @@ void DesktopLimits::look() {
     const auto sysRq = sysRqPowers(kernel.text("sys/kernel/sysrq"), kernel.text("cmdline").value_or(""));
     m_board.set(InputLimit::sysRqEndsPrograms, m_devices.hasSysRqKey && sysRq.endsPrograms);
     m_board.set(InputLimit::sysRqRestarts, m_devices.hasSysRqKey && sysRq.restarts);
+    m_board.set(InputLimit::sysRqStopsSaving, m_devices.hasSysRqKey && sysRq.stopsSaving);
     m_board.set(InputLimit::touchpadGestures, m_devices.hasTouchpad && m_input.desktopMakesGestures());
     m_board.set(InputLimit::serverKeys, m_input.serverKeysStayOpen());
     m_powerKeys.probe();

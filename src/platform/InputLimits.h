@@ -13,6 +13,7 @@ enum class InputLimit : std::uint8_t {
     sleepKey,          ///< puts it to sleep
     sysRqEndsPrograms, ///< chords with the SysRq key that end what runs on the screen
     sysRqRestarts,     ///< such chords that restart the computer
+    sysRqStopsSaving,  ///< such chords that make every disk read-only until it is restarted
     serverKeys,        ///< what the display server itself does on keys, and bindings that no tap stops
     touchpadGestures,  ///< of the desktop
 };

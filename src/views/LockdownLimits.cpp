@@ -1,6 +1,7 @@
 #include "views/LockdownLimits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tapalong {
 
@@ -10,12 +11,26 @@ bool contains(const std::vector<InputLimit>& limits, InputLimit limit) {
     return std::find(limits.begin(), limits.end(), limit) != limits.end();
 }
 
-std::string sentenceAboutSysRq(bool endsPrograms, bool restarts) {
-    const std::string keys = "Alt and Print Screen together with another key can still ";
-    if (endsPrograms && restarts) {
-        return keys + "close every program or restart this computer.";
+// Empty when no such chord does anything.
+std::string sentenceAboutSysRq(const std::vector<InputLimit>& limits) {
+    std::vector<std::string> deeds;
+    if (contains(limits, InputLimit::sysRqEndsPrograms)) {
+        deeds.emplace_back("close every program");
     }
-    return keys + (endsPrograms ? "close every program." : "restart this computer.");
+    if (contains(limits, InputLimit::sysRqRestarts)) {
+        deeds.emplace_back("restart this computer");
+    }
+    if (contains(limits, InputLimit::sysRqStopsSaving)) {
+        deeds.emplace_back("keep everything from being saved");
+    }
+    if (deeds.empty()) {
+        return {};
+    }
+    std::string sentence = "Alt and Print Screen together with another key can still " + deeds.front();
+    for (std::size_t i = 1; i < deeds.size(); ++i) {
+        sentence += (i + 1 == deeds.size() ? " or " : ", ") + deeds[i];
+    }
+    return sentence + ".";
 }
 
 } // namespace
@@ -28,10 +43,8 @@ std::vector<std::string> sentencesAbout(const std::vector<InputLimit>& limits) {
     if (contains(limits, InputLimit::sleepKey)) {
         sentences.emplace_back("The sleep key can still put this computer to sleep.");
     }
-    const bool endsPrograms = contains(limits, InputLimit::sysRqEndsPrograms);
-    const bool restarts = contains(limits, InputLimit::sysRqRestarts);
-    if (endsPrograms || restarts) {
-        sentences.push_back(sentenceAboutSysRq(endsPrograms, restarts));
+    if (auto sentence = sentenceAboutSysRq(limits); !sentence.empty()) {
+        sentences.push_back(std::move(sentence));
     }
     if (contains(limits, InputLimit::serverKeys)) {
         sentences.emplace_back(

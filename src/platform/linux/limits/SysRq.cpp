@@ -10,6 +10,7 @@ namespace {
 constexpr unsigned every = 1; // alone it stands for all of them
 constexpr unsigned keyboard = 4;
 constexpr unsigned dumps = 8; // one of them crashes the kernel on purpose
+constexpr unsigned remount = 32;
 constexpr unsigned processSignals = 64;
 constexpr unsigned reboot = 128;
 
@@ -29,7 +30,8 @@ SysRqPowers sysRqPowers(const std::optional<std::string>& setting, const std::st
     const unsigned groups = isForced ? every : groupsIn(*setting);
     const bool all = groups == every;
     return {.endsPrograms = all || (groups & (keyboard | processSignals)) != 0,
-            .restarts = all || (groups & (dumps | reboot)) != 0};
+            .restarts = all || (groups & (dumps | reboot)) != 0,
+            .stopsSaving = all || (groups & remount) != 0};
 }
 
 } // namespace tapalong

@@ -9,6 +9,7 @@ namespace tapalong {
 struct SysRqPowers {
     bool endsPrograms = false; ///< the terminal's, and so the desktop's, or all of them
     bool restarts = false;     ///< the computer: at once, by switching it off, or by a crash
+    bool stopsSaving = false;  ///< makes every disk read-only until then
 
     bool operator==(const SysRqPowers&) const = default;
 };
