@@ -48,12 +48,3 @@ function(tapalong_test target)
     endif()
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
 endfunction()
-
-# tapalong_benchmark(NAME LIBRARIES lib... SOURCES file...): one Google Benchmark program, where ./bench finds it.
-function(tapalong_benchmark target)
-    cmake_parse_arguments(arg "" "" "LIBRARIES;SOURCES" ${ARGN})
-    add_executable(${target} ${arg_SOURCES})
-    tapalong_configure(${target})
-    target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} benchmark::benchmark_main)
-    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/benchmarks")
-endfunction()
