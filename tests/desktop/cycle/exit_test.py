@@ -7,7 +7,7 @@ from case import PASSWORD, DesktopCase
 
 # Keys by their place, as the server numbers them.
 PLACES = {"g": 42, "i": 31, "r": 27, "a": 38, "f": 41, "e": 26, "Shift": 50, "CapsLock": 66, "Menu": 135,
-          "Control": 37, "Alt": 64, "Super": 133}
+          "t": 28, "Control": 37, "Alt": 64, "Super": 133, "AltGr": 108, "Accent": 21}
 
 
 class Keys:
@@ -90,17 +90,37 @@ class Exit(ExitCase):
         self.assert_out()
 
     def test_modifiers_that_a_child_locked_do_not_keep_the_password_out(self):
-        self.keys.set_sticky(True)
+        self.desktop.call(["setxkbmap", "-layout", "de"])
         self.addCleanup(self.keys.set_sticky, False)
-        for taps in (["Control"], ["Control"] * 2, ["Alt"] * 2, ["Super"] * 2,
-                     ["Control", "Control", "Alt", "Alt", "Super", "Super"]):
+        # A password with the letter of the quick start's shortcut, which Control, Alt and Super make of it.
+        for taps in (["Control"], ["Control"] * 2, ["Alt"] * 2, ["Super"] * 2, ["Control", "Alt", "Super"] * 2,
+                     ["Shift"], ["Shift"] * 2, ["AltGr"], ["AltGr"] * 2):
             with self.subTest(taps=taps):
-                self.start_session(kioskMode=True, modifierKeysTypeEmoji=False)
+                self.keys.set_sticky(False)  # ends what is locked
+                self.keys.set_sticky(True)
+                self.start_session(kioskMode=True, modifierKeysTypeEmoji=False, exitPassword="tiger")
                 self.keys.press(*taps)
                 self.open_overlay()
-                self.enter(*PASSWORD)
+                self.enter(*"tiger")
                 self.assert_out()
                 self.program.quit()
+
+    def test_sticky_keys_type_a_capital_of_the_password(self):
+        self.keys.set_sticky(True)
+        self.addCleanup(self.keys.set_sticky, False)
+        self.start_session(kioskMode=True, modifierKeysTypeEmoji=False, exitPassword="tigeR")
+        self.open_overlay()
+        self.enter(*"tige", "Shift", "r")
+        self.assert_out()
+
+    def test_an_accent_that_a_child_typed_last_does_not_go_on_the_password(self):
+        self.desktop.call(["setxkbmap", "-layout", "de"])
+        self.start_session(kioskMode=True, exitPassword="eagerer")
+        self.keys.press("a", "Accent")
+        self.wait_text("a")
+        self.open_overlay()
+        self.enter(*"eagerer")
+        self.assert_out()
 
     def test_the_layout_is_switched_in_the_session_and_back_in_the_overlay(self):
         for lockdown in (True, False):

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/SecureInput.h"
 
 #include "desktop/x11/OwnWindow.h"
+#include "platform/linux/keyboard/VirtualKeyCodes.h"
 #include "platform/linux/x11/X11FocusKeeper.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +30,9 @@ protected:
         taps.addSource(taps.createRunLoopSource(tap.value()));
         (void)monitors.addLocalMonitorForEvents(~EventMask{0}, [this](const InputEvent& event) {
             locallySeen += event.text().value_or("");
-            return localVerdict;
+            lastReleased = event.type == EventType::keyUp ? event.keyCode : lastReleased;
+            const bool isShortcut = shortcut != 0 && (event.modifierFlags & shortcut) == shortcut;
+            return isShortcut && event.type == EventType::keyDown ? Verdict::consume : localVerdict;
         });
     }
 
@@ -65,7 +68,9 @@ protected:
     std::vector<EventType> tapped;
     std::string tappedText;
     std::string locallySeen;
+    std::int64_t lastReleased = 0; ///< that local monitors saw
     Verdict localVerdict = Verdict::pass;
+    ModifierFlags shortcut = 0; ///< local monitors consume what is pressed with these; 0 for none
 };
 
 } // namespace
@@ -137,6 +142,68 @@ TEST_F(SecureInputTest, LockedControlLeavesTheTextAndAHeldOneMakesChords) {
     EXPECT_TRUE(spinUntil([&] { return window.field.keys == keys; }));
     EXPECT_EQ(window.field.text, "sE\r");
     lock(0);
+}
+
+TEST_F(SecureInputTest, ShortcutOfALocalMonitorNeedsItsModifiersHeld) {
+    shortcut = Modifier::control | Modifier::option | Modifier::command;
+    lock(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4 | XCB_MOD_MASK_LOCK);
+    focusField();
+    other.tap(KEY_T);
+    other.chord({KEY_LEFTCTRL, KEY_LEFTALT, KEY_LEFTMETA, KEY_U});
+    other.tap(KEY_I);
+    EXPECT_TRUE(spinUntil([&] { return window.field.text == "TI"; })) << window.field.text;
+    EXPECT_EQ(locallySeen, "T\x15I");
+    lock(0);
+}
+
+TEST_F(SecureInputTest, ShiftAndAltGrLockedBeforeAreDroppedAndThoseOfSinceCount) {
+    setLayout("de");
+    lock(XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_5);
+    focusField();
+    other.tap(KEY_Q);
+    other.chord({KEY_LEFTSHIFT, KEY_Q});
+    other.chord({KEY_RIGHTALT, KEY_Q});
+    EXPECT_TRUE(spinUntil([&] { return window.field.text == "qQ@"; })) << window.field.text;
+    lock(0);
+    other.tap(KEY_Q);
+    lock(XCB_MOD_MASK_SHIFT);
+    other.tap(KEY_Q);
+    lock(XCB_MOD_MASK_5);
+    other.tap(KEY_Q);
+    EXPECT_TRUE(spinUntil([&] { return window.field.text == "qQ@qQ@"; })) << window.field.text;
+    lock(0);
+}
+
+TEST_F(SecureInputTest, WhatWasLockedInOneFieldIsDroppedInTheNext) {
+    focusField();
+    other.tap(KEY_Q);
+    lock(XCB_MOD_MASK_SHIFT);
+    other.tap(KEY_Q);
+    EXPECT_TRUE(spinUntil([&] { return window.field.text == "qQ"; })) << window.field.text;
+    blurField();
+    focusField();
+    other.tap(KEY_Q);
+    EXPECT_TRUE(spinUntil([&] { return window.field.text == "qQq"; })) << window.field.text;
+    lock(0);
+}
+
+TEST_F(SecureInputTest, UnfinishedSequenceGoesNeitherIntoTheFieldNorOutOfIt) {
+    setLayout("de");
+    const auto accent = virtualKeyOf(KEY_EQUAL)->code;
+    const auto accentIsThrough = [&] { return lastReleased == accent; };
+    other.tap(KEY_EQUAL);
+    ASSERT_TRUE(spinUntil([&] { return tapped.size() == 2; }));
+    for (const char* text : {"e", "ee"}) { // the second field follows the first without a key between
+        focusField();
+        other.tap(KEY_E);
+        ASSERT_TRUE(spinUntil([&] { return lastReleased != 0 && lastReleased != accent; }));
+        EXPECT_EQ(window.field.text, text);
+        other.tap(KEY_EQUAL);
+        ASSERT_TRUE(spinUntil(accentIsThrough));
+        blurField();
+    }
+    other.tap(KEY_E);
+    EXPECT_TRUE(spinUntil([&] { return tappedText == "e"; })) << tappedText;
 }
 
 TEST_F(SecureInputTest, CharactersThatTheToolkitHoldsInTwoHalvesOrCallsNoPrintTypeToo) {

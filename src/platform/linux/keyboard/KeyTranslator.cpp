@@ -29,6 +29,14 @@ XkbHandle<xkb_state> newState(xkb_keymap* keymap, const KeyboardState& like) {
     return state;
 }
 
+std::uint32_t effectiveMods(const KeyboardState& state) {
+    return state.depressedMods | state.latchedMods | state.lockedMods;
+}
+
+std::uint32_t modsThatStayOn(const KeyboardState& state) {
+    return state.latchedMods | state.lockedMods;
+}
+
 bool isActive(xkb_state* state, std::uint32_t mods) {
     return state != nullptr && (xkb_state_serialize_mods(state, XKB_STATE_MODS_EFFECTIVE) & mods) != 0;
 }
@@ -55,20 +63,13 @@ EventType typeOf(const std::optional<VirtualKey>& key, xkb_keysym_t keysym, KeyA
 void KeyTranslator::setKeymap(xkb_keymap* keymap) {
     const KeyboardState before = reckoned();
     m_keymap.reset(xkb_keymap_ref(keymap));
-    m_levelThree = 0;
-    for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap); ++code) {
-        const xkb_keysym_t* symbols = nullptr;
-        const int count = xkb_keymap_key_get_syms_by_level(keymap, code, 0, 0, &symbols);
-        if (count == 1 && *symbols == XKB_KEY_ISO_Level3_Shift && code >= kernelOffset) {
-            m_levelThree |= modifiersOfKey(code - kernelOffset);
-        }
-    }
+    m_levelThree = modifiersOfKeys(XKB_KEY_ISO_Level3_Shift);
+    m_levelFive = modifiersOfKeys(XKB_KEY_ISO_Level5_Shift);
     restart(before);
 }
 
 void KeyTranslator::synchronize(const KeyboardState& server) {
     const KeyboardState own = reckoned();
-    const auto effectiveMods = [](const KeyboardState& s) { return s.depressedMods | s.latchedMods | s.lockedMods; };
     const auto effectiveGroup = [](const KeyboardState& s) {
         return s.depressedGroup + s.latchedGroup + s.lockedGroup;
     };
@@ -96,10 +97,11 @@ void KeyTranslator::follow(std::uint32_t kernelCode, KeyAction action) {
     }
 }
 
-TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction action, Commands commands) {
+TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction action) {
+    m_leftOn &= modsThatStayOn(reckoned());
     const auto key = virtualKeyOf(kernelCode);
     const ModifierFlags flagsBefore = flags();
-    const auto state = stateFor(commands);
+    const auto state = countingState();
     TranslatedKey result;
     result.keysym = state ? xkb_state_key_get_one_sym(state.get(), kernelCode + kernelOffset) : XKB_KEY_NoSymbol;
     result.isChord = isActive(state.get(), commandMods());
@@ -125,6 +127,12 @@ TranslatedKey KeyTranslator::translate(std::uint32_t kernelCode, KeyAction actio
     return result;
 }
 
+void KeyTranslator::setSecureInput(bool isOn) {
+    m_compose.reset();
+    m_isSecure = isOn;
+    m_leftOn = isOn ? modsThatStayOn(reckoned()) & (shiftMask | m_levelThree | m_levelFive) : 0;
+}
+
 void KeyTranslator::forgetHeldKeys() {
     m_compose.reset();
     m_held.clear();
@@ -133,12 +141,14 @@ void KeyTranslator::forgetHeldKeys() {
 }
 
 ModifierFlags KeyTranslator::flags() const {
+    const KeyboardState state = counting();
+    const std::uint32_t mods = effectiveMods(state);
     ModifierFlags flags = 0;
-    flags |= isActive(m_state.get(), shiftMask) ? Modifier::shift : 0;
-    flags |= isActive(m_state.get(), controlMask) ? Modifier::control : 0;
-    flags |= isActive(m_state.get(), altMask | m_levelThree) ? Modifier::option : 0;
-    flags |= isActive(m_state.get(), superMask) ? Modifier::command : 0;
-    flags |= (reckoned().lockedMods & lockMask) != 0 ? Modifier::capsLock : 0;
+    flags |= (mods & shiftMask) != 0 ? Modifier::shift : 0;
+    flags |= (mods & controlMask) != 0 ? Modifier::control : 0;
+    flags |= (mods & (altMask | m_levelThree)) != 0 ? Modifier::option : 0;
+    flags |= (mods & superMask) != 0 ? Modifier::command : 0;
+    flags |= (state.lockedMods & lockMask) != 0 ? Modifier::capsLock : 0;
     return flags;
 }
 
@@ -182,18 +192,36 @@ std::uint32_t KeyTranslator::modifiersOfKey(std::uint32_t kernelCode) const {
     return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);
 }
 
+std::uint32_t KeyTranslator::modifiersOfKeys(xkb_keysym_t keysym) const {
+    std::uint32_t mods = 0;
+    auto* const keymap = m_keymap.get();
+    for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap); ++code) {
+        const xkb_keysym_t* symbols = nullptr;
+        const int count = xkb_keymap_key_get_syms_by_level(keymap, code, 0, 0, &symbols);
+        if (count == 1 && *symbols == keysym && code >= kernelOffset) {
+            mods |= modifiersOfKey(code - kernelOffset);
+        }
+    }
+    return mods;
+}
+
 std::uint32_t KeyTranslator::commandMods() const {
     return controlMask | (altMask & ~m_levelThree) | superMask;
 }
 
-XkbHandle<xkb_state> KeyTranslator::stateFor(Commands commands) const {
-    if (m_state && commands == Commands::active) {
+KeyboardState KeyTranslator::counting() const {
+    KeyboardState state = reckoned();
+    const std::uint32_t notCounting = m_isSecure ? commandMods() | m_leftOn : 0;
+    state.latchedMods &= ~notCounting;
+    state.lockedMods &= ~notCounting;
+    return state;
+}
+
+XkbHandle<xkb_state> KeyTranslator::countingState() const {
+    if (m_state && !m_isSecure) {
         return XkbHandle<xkb_state>{xkb_state_ref(m_state.get())};
     }
-    KeyboardState state = reckoned();
-    state.latchedMods &= ~commandMods();
-    state.lockedMods &= ~commandMods();
-    return newState(m_keymap.get(), state);
+    return newState(m_keymap.get(), counting());
 }
 
 std::optional<std::string> KeyTranslator::typedText(xkb_state* state, std::uint32_t kernelCode, KeyAction action,

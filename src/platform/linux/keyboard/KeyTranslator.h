@@ -13,12 +13,6 @@ namespace tapalong {
 
 enum class KeyAction : std::uint8_t { press, repeat, release };
 
-/// Which Control, Alt and Super make a command of a key.
-enum class Commands : std::uint8_t {
-    active, ///< those that the server counts as on, latched and locked ones included
-    held,   ///< those that are down: one that stayed on without a finger on it is not there, and the key types
-};
-
 /// The display server's own account of modifiers and layout, as XkbStateNotify and wl_keyboard.modifiers give it.
 struct KeyboardState {
     std::uint32_t depressedMods = 0;
@@ -55,9 +49,13 @@ public:
     void follow(std::uint32_t kernelCode, KeyAction action);
 
     /// `kernelCode` as in VirtualKeyCodes.h. The event's text is fixed now, whatever the layout becomes.
-    /// Its modifiers are those that are on, whatever makes a command.
-    [[nodiscard]] TranslatedKey translate(std::uint32_t kernelCode, KeyAction action,
-                                          Commands commands = Commands::active);
+    [[nodiscard]] TranslatedKey translate(std::uint32_t kernelCode, KeyAction action);
+
+    /// What is typed from here on is a password, or is none any more. Either way an unfinished sequence ends, and
+    /// modifiers that are down count as ever. For a password one that stayed on without a finger on it is not there if
+    /// it is Control, Alt or Super, and if it is Shift or a further level that stayed on from before: what is latched or
+    /// locked later was meant for the password. Caps Lock counts always.
+    void setSecureInput(bool isOn);
 
     /// A press of a key that is held is a repetition.
     [[nodiscard]] bool isHeld(std::uint32_t kernelCode) const { return m_held.contains(kernelCode); }
@@ -70,7 +68,7 @@ public:
     /// The keyboard is lost to somebody else: what is released there is not seen. An unfinished sequence ends.
     void forgetHeldKeys();
 
-    /// The modifiers as they are now.
+    /// The modifiers that count now.
     [[nodiscard]] ModifierFlags flags() const;
 
 private:
@@ -78,8 +76,10 @@ private:
     void restart(const KeyboardState& state);
     void releaseUnreckoned(std::uint32_t kernelCode);
     [[nodiscard]] std::uint32_t modifiersOfKey(std::uint32_t kernelCode) const;
+    [[nodiscard]] std::uint32_t modifiersOfKeys(xkb_keysym_t keysym) const;
     [[nodiscard]] std::uint32_t commandMods() const;
-    [[nodiscard]] XkbHandle<xkb_state> stateFor(Commands commands) const;
+    [[nodiscard]] KeyboardState counting() const;
+    [[nodiscard]] XkbHandle<xkb_state> countingState() const;
     [[nodiscard]] std::optional<std::string> typedText(xkb_state* state, std::uint32_t kernelCode, KeyAction action,
                                                        xkb_keysym_t keysym);
 
@@ -89,6 +89,9 @@ private:
     std::set<std::uint32_t> m_held;
     std::set<std::uint32_t> m_reckoned; ///< those of m_held whose press m_state has seen
     std::uint32_t m_levelThree = 0;     ///< the real modifiers of AltGr in this keymap
+    std::uint32_t m_levelFive = 0;
+    bool m_isSecure = false;
+    std::uint32_t m_leftOn = 0; ///< Shift and levels that stayed on from before secure input, until they are off once
 };
 
 } // namespace tapalong

@@ -1,64 +1,14 @@
-#include "platform/linux/keyboard/KeyTranslator.h"
+#include "platform/linux/keyboard/KeyTranslatorTest.h"
 
-#include "platform/linux/keyboard/XkbHandles.h"
-
-#include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 
-#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace tapalong {
 
-namespace {
-
-XkbHandle<xkb_keymap> keymapOf(const char* layout, const char* variant = "", const char* options = "") {
-    const XkbHandle<xkb_context> context{xkb_context_new(XKB_CONTEXT_NO_FLAGS)};
-    const xkb_rule_names names{
-        .rules = "evdev", .model = "pc105", .layout = layout, .variant = variant, .options = options};
-    return XkbHandle<xkb_keymap>{xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS)};
-}
-
-class KeyTranslatorTest : public testing::Test {
-protected:
-    static void SetUpTestSuite() { setenv("LC_ALL", "en_US.UTF-8", 1); }
-
-    void use(const char* layout, const char* variant = "", const char* options = "") {
-        const auto keymap = keymapOf(layout, variant, options);
-        ASSERT_NE(keymap, nullptr);
-        translator.setKeymap(keymap.get());
-    }
-
-    TranslatedKey press(std::uint32_t code) { return translator.translate(code, KeyAction::press); }
-    TranslatedKey release(std::uint32_t code) { return translator.translate(code, KeyAction::release); }
-
-    TranslatedKey tap(std::uint32_t code) {
-        auto pressed = press(code);
-        (void)release(code);
-        return pressed;
-    }
-
-    std::optional<std::string> typed(std::uint32_t code) {
-        const auto key = tap(code);
-        return key.event ? key.event->text() : std::nullopt;
-    }
-
-    std::optional<std::string> typedWith(std::uint32_t modifier, std::uint32_t code) {
-        (void)press(modifier);
-        auto text = typed(code);
-        (void)release(modifier);
-        return text;
-    }
-
-    ModifierFlags flagsAfterPress(std::uint32_t code) { return press(code).event.value().modifierFlags; }
-    ModifierFlags flagsAfterRelease(std::uint32_t code) { return release(code).event.value().modifierFlags; }
-
-    KeyTranslator translator;
-};
-
-} // namespace
+using test::KeyTranslatorTest;
 
 TEST_F(KeyTranslatorTest, TextFollowsTheLayoutAndTheCodeDoesNot) {
     const std::vector<std::pair<const char*, const char*>> textOfTheKeyRightOfT = {
@@ -152,69 +102,6 @@ TEST_F(KeyTranslatorTest, SuperAndAltChordsKeepTheText) {
     use("us");
     EXPECT_EQ(typedWith(KEY_LEFTMETA, KEY_A), "a");
     EXPECT_EQ(typedWith(KEY_LEFTALT, KEY_A), "a");
-}
-
-TEST_F(KeyTranslatorTest, ModifierThatStayedOnMakesACommandUnlessOnlyHeldOnesDo) {
-    constexpr std::uint32_t control = 4;
-    constexpr std::uint32_t alt = 8;
-    constexpr std::uint32_t super = 64;
-    for (const std::uint32_t mods : {control, alt, super, control | alt | super}) {
-        for (const KeyboardState& state : {KeyboardState{.latchedMods = mods}, KeyboardState{.lockedMods = mods}}) {
-            use("us", "intl");
-            translator.synchronize(state);
-            EXPECT_TRUE(tap(KEY_A).isChord) << mods;
-            translator.synchronize(state);
-            const auto key = translator.translate(KEY_A, KeyAction::press, Commands::held);
-            EXPECT_FALSE(key.isChord) << mods;
-            EXPECT_EQ(key.text, "a") << mods;
-            EXPECT_EQ(key.event->text(), "a") << mods;
-            EXPECT_NE(key.event->modifierFlags, 0U) << "it is on all the same " << mods;
-            (void)release(KEY_A);
-            (void)translator.translate(KEY_APOSTROPHE, KeyAction::press, Commands::held);
-            (void)release(KEY_APOSTROPHE);
-            EXPECT_EQ(translator.translate(KEY_E, KeyAction::press, Commands::held).text, "é") << mods;
-            (void)release(KEY_E);
-            translator.synchronize({});
-        }
-    }
-}
-
-TEST_F(KeyTranslatorTest, HeldModifierMakesACommandEvenIfItIsLockedToo) {
-    use("us");
-    for (const std::uint32_t locked : {0U, 4U}) {
-        translator.synchronize({.lockedMods = locked});
-        (void)press(KEY_LEFTCTRL);
-        EXPECT_TRUE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
-        (void)release(KEY_A);
-        (void)release(KEY_LEFTCTRL);
-        EXPECT_FALSE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
-        (void)release(KEY_A);
-    }
-}
-
-TEST_F(KeyTranslatorTest, ModifierThatWentFromHeldToLatchedIsNotHeld) {
-    use("us");
-    translator.synchronize({.depressedMods = 4});
-    EXPECT_TRUE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
-    (void)release(KEY_A);
-    translator.synchronize({.latchedMods = 4});
-    EXPECT_FALSE(translator.translate(KEY_A, KeyAction::press, Commands::held).isChord);
-}
-
-TEST_F(KeyTranslatorTest, LockedModifiersThatMakeTheTextDoSoWhateverMakesACommand) {
-    use("de");
-    const auto typedWhile = [this](const KeyboardState& state) {
-        translator.synchronize(state);
-        const auto key = translator.translate(KEY_Q, KeyAction::press, Commands::held);
-        (void)release(KEY_Q);
-        EXPECT_FALSE(key.isChord);
-        return key.text;
-    };
-    EXPECT_EQ(typedWhile({.latchedMods = 1}), "Q");
-    EXPECT_EQ(typedWhile({.lockedMods = 1}), "Q");
-    EXPECT_EQ(typedWhile({.lockedMods = 2}), "Q");
-    EXPECT_EQ(typedWhile({.lockedMods = 128}), "@");
-    EXPECT_EQ(typedWhile({.latchedMods = 128, .lockedMods = 4}), "@");
 }
 
 TEST_F(KeyTranslatorTest, KeysThatTypeNothingHaveNoText) {

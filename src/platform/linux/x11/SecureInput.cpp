@@ -54,6 +54,11 @@ Qt::KeyboardModifiers modifiersOf(const TranslatedKey& key) {
 
 } // namespace
 
+void SecureInput::setSecureField(QObject* field) {
+    m_field = field;
+    m_fieldsSoFar += field != nullptr ? 1 : 0;
+}
+
 bool SecureInput::isOn() const {
     return m_field != nullptr && QGuiApplication::focusWindow() != nullptr && QGuiApplication::focusObject() == m_field;
 }

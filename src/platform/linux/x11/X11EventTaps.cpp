@@ -146,7 +146,7 @@ bool X11EventTaps::takeInput() {
         m_monitors.setTapHoldsInput(true);
         m_gestureFilter = std::make_unique<GestureFilter>([this](const InputEvent& event) { return offer(event); });
         m_keyboard.restart();
-        m_wasSecure = false;
+        setSecureField(0);
         m_ignored.clear();
         if (m_whenInputIsHeld) {
             m_whenInputIsHeld();
@@ -227,33 +227,35 @@ void X11EventTaps::handleConnectionEvent(const xcb_generic_event_t& event) {
 }
 
 void X11EventTaps::handleKey(xcb_keycode_t keycode, bool isPress) {
-    const bool isSecure = m_secureInput.isOn();
-    noteSecureInput(isSecure);
+    noteSecureInput();
     const KeyAction action = !isPress                     ? KeyAction::release
                              : m_keyboard.isHeld(keycode) ? KeyAction::repeat
                                                           : KeyAction::press;
-    // Sticky keys let a child lock Control: the password would be commands, and nobody would know why it is refused.
-    const Commands commands = isSecure ? Commands::held : Commands::active;
-    const TranslatedKey key = isPress ? m_keyboard.press(keycode, commands) : m_keyboard.release(keycode, commands);
+    const TranslatedKey key = isPress ? m_keyboard.press(keycode) : m_keyboard.release(keycode);
     const bool isIgnored = isPress ? m_ignored.contains(keycode) : m_ignored.erase(keycode) != 0;
     if (!key.event || (isIgnored && key.event->type != EventType::flagsChanged)) {
         return;
     }
-    if (isSecure && isKeyEvent(key.event->type)) {
+    if (m_secureField != 0 && isKeyEvent(key.event->type)) {
         handleSecureKey(key, action);
     } else if (offer(*key.event) == Verdict::pass) {
         (void)m_monitors.dispatchLocal(*key.event);
     }
 }
 
-// Neither the letter that was being typed when the field got the focus belongs into it, nor does the last one of a
-// password onto the screen when the field goes.
-void X11EventTaps::noteSecureInput(bool isOn) {
-    if (isOn == m_wasSecure) {
-        return;
+void X11EventTaps::noteSecureInput() {
+    const std::uint64_t field = m_secureInput.isOn() ? m_secureInput.fieldsSoFar() : 0;
+    if (field != m_secureField) {
+        setSecureField(field);
     }
-    m_wasSecure = isOn;
+}
+
+// Neither what was being typed when the field got the focus belongs into it (a letter, an accent, a modifier that sticky
+// keys let a child lock), nor does the last of a password onto the screen when the field goes.
+void X11EventTaps::setSecureField(std::uint64_t number) {
+    m_secureField = number;
     m_ignored = m_keyboard.heldKeys();
+    m_keyboard.setSecureInput(number != 0);
 }
 
 void X11EventTaps::handleSecureKey(const TranslatedKey& key, KeyAction action) {

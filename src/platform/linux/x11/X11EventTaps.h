@@ -81,7 +81,8 @@ private:
 
     void handleConnectionEvent(const xcb_generic_event_t& event);
     void handleKey(xcb_keycode_t keycode, bool isPress);
-    void noteSecureInput(bool isOn);
+    void noteSecureInput();
+    void setSecureField(std::uint64_t number);
     void handleSecureKey(const TranslatedKey& key, KeyAction action);
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
@@ -96,7 +97,7 @@ private:
     std::function<void()> m_whenInputIsHeld;
     std::vector<std::shared_ptr<Tap>> m_taps; ///< newest first
     std::uint64_t m_lastId = 0;
-    bool m_wasSecure = false;
+    std::uint64_t m_secureField = 0;   ///< which field the last key was for; 0 for none
     std::set<xcb_keycode_t> m_ignored; ///< keys down since before secure input began or ended: to be pressed anew
     std::unique_ptr<QObject> m_gestureFilter;
     QTimer m_untilRefusalIsReported;

@@ -54,15 +54,15 @@ void X11Keyboard::observe(const xcb_generic_event_t& event) {
     }
 }
 
-TranslatedKey X11Keyboard::press(xcb_keycode_t keycode, Commands commands) {
+TranslatedKey X11Keyboard::press(xcb_keycode_t keycode) {
     refresh();
     const auto action = isHeld(keycode) ? KeyAction::repeat : KeyAction::press;
-    return m_translator.translate(kernelCodeOf(keycode), action, commands);
+    return m_translator.translate(kernelCodeOf(keycode), action);
 }
 
-TranslatedKey X11Keyboard::release(xcb_keycode_t keycode, Commands commands) {
+TranslatedKey X11Keyboard::release(xcb_keycode_t keycode) {
     refresh();
-    return m_translator.translate(kernelCodeOf(keycode), KeyAction::release, commands);
+    return m_translator.translate(kernelCodeOf(keycode), KeyAction::release);
 }
 
 bool X11Keyboard::isHeld(xcb_keycode_t keycode) const {

@@ -21,8 +21,11 @@ public:
     void observe(const xcb_generic_event_t& event);
 
     /// A press of a held key is its repetition.
-    [[nodiscard]] TranslatedKey press(xcb_keycode_t keycode, Commands commands = Commands::active);
-    [[nodiscard]] TranslatedKey release(xcb_keycode_t keycode, Commands commands = Commands::active);
+    [[nodiscard]] TranslatedKey press(xcb_keycode_t keycode);
+    [[nodiscard]] TranslatedKey release(xcb_keycode_t keycode);
+
+    /// As KeyTranslator::setSecureInput().
+    void setSecureInput(bool isOn) { m_translator.setSecureInput(isOn); }
 
     [[nodiscard]] bool isHeld(xcb_keycode_t keycode) const;
     [[nodiscard]] std::set<xcb_keycode_t> heldKeys() const;
