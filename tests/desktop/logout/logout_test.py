@@ -1,47 +1,17 @@
 """Logging out of the desktop: refused in Lockdown Mode only, and what holds it off goes with the session."""
 import os
 import signal
-import subprocess
 import sys
-import threading
 import unittest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "cycle"))
 
 from case import DesktopCase, wait_until  # noqa: E402  pylint: disable=wrong-import-position
+from rig.beside import Beside, Services, wishes  # noqa: E402  pylint: disable=wrong-import-position
 
 SESSION_MANAGER = os.environ["TAPALONG_SESSION_MANAGER"]
-SERVICES = ["/usr/bin/python3", os.path.join(HERE, "..", "rig", "services.py")]
 TAP_ENDED = "🔓 CGEventTap deactivated — normal input restored"
-KEYS = ["handle-hibernate-key", "handle-lid-switch", "handle-power-key", "handle-reboot-key", "handle-suspend-key"]
-
-
-class Beside:
-    """A process beside the program, whose lines are collected."""
-
-    def __init__(self, desktop, command):
-        self.lines = []
-        self.process = desktop.run_beside(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self.first_line = self.process.stdout.readline().decode().rstrip("\n")
-        threading.Thread(target=self._collect, daemon=True).start()
-
-    def _collect(self):
-        for line in self.process.stdout:
-            self.lines.append(line.decode().rstrip("\n"))
-
-    def tell(self, command):
-        del self.lines[:]
-        self.process.stdin.write(command.encode() + b"\n")
-        self.process.stdin.flush()
-
-    def wait_for(self, line):
-        wait_until(lambda: line in self.lines, f"the line {line!r}; there was {self.lines}")
-
-    def end(self):
-        self.process.stdin.close()
-        self.process.terminate()
-        self.process.wait()
 
 
 class SessionManagement(DesktopCase):
@@ -118,32 +88,18 @@ class Inhibitors(DesktopCase):
             self.services.end()
 
     def start_services(self, *refused):
-        self.services = Beside(self.desktop, [*SERVICES, *refused])
-        self.assertEqual(self.services.first_line, "ready")
-
-    def held(self):
-        lines = list(self.services.lines)
-        begun = [line[2:] for line in lines if line.startswith("+")]
-        for line in lines:
-            if line.startswith("-"):
-                begun.remove(line[2:])
-        return sorted(begun)
-
-    def wait_held(self, *expected):
-        wait_until(lambda: self.held() == sorted(expected), f"{expected} to be held; there was {self.services.lines}")
-
-    def all_of(self, *keys):
-        return ["session 3", *(f"login {key}" for key in keys)]
+        self.services = Services(self.desktop, *refused)
 
     def test_they_are_held_for_the_length_of_a_session_in_lockdown_mode(self):
         self.start_services()
         self.start_session(kioskMode=True)
-        self.wait_held(*self.all_of(*KEYS))
+        self.services.wait_held(*wishes())
         self.desktop.settle(1.2)  # the watchdog asserts the options twice a second
-        self.wait_held(*self.all_of(*KEYS))
-        self.assertEqual(self.services.lines.count("+ session 3"), 1)
+        self.services.wait_held(*wishes())
+        for wish in ("session 3", "portal 3"):
+            self.assertEqual(self.services.lines.count(f"+ {wish}"), 1)
         self.leave()
-        self.wait_held()
+        self.services.wait_held()
 
     def test_without_lockdown_mode_nothing_is_asked(self):
         self.start_services()
@@ -154,23 +110,23 @@ class Inhibitors(DesktopCase):
     def test_they_go_with_a_program_that_is_killed(self):
         self.start_services()
         self.start_session(kioskMode=True)
-        self.wait_held(*self.all_of(*KEYS))
+        self.services.wait_held(*wishes())
         self.program.process.kill()
-        self.wait_held()
+        self.services.wait_held()
 
     def test_they_go_with_a_program_that_is_told_to_end(self):
         self.start_services()
         self.start_session(kioskMode=True)
-        self.wait_held(*self.all_of(*KEYS))
+        self.services.wait_held(*wishes())
         self.assertEqual(self.program.quit(), 0)
-        self.wait_held()
+        self.services.wait_held()
 
     def test_what_is_refused_is_done_without(self):
         self.start_services("handle-power-key", "handle-lid-switch")
         self.start_session(kioskMode=True)
-        self.wait_held(*self.all_of("handle-suspend-key", "handle-hibernate-key", "handle-reboot-key"))
+        self.services.wait_held(*wishes(("handle-suspend-key", "handle-hibernate-key", "handle-reboot-key")))
         self.leave()
-        self.wait_held()
+        self.services.wait_held()
 
     def test_services_that_do_not_answer_hold_nothing_up(self):
         self.start_services()
@@ -184,7 +140,7 @@ class Inhibitors(DesktopCase):
         self.wait_text("on")
         self.leave()
         self.services.process.send_signal(signal.SIGCONT)
-        self.wait_held()
+        self.services.wait_held()
 
     def test_switching_lockdown_mode_on_tries_for_a_moment_the_keys_whose_refusal_is_told(self):
         self.start_services()

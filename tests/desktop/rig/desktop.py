@@ -68,7 +68,7 @@ class Desktop:
         for name in ("home", "config", "run"):
             os.mkdir(self.path(name), 0o700)
         kept = {k: v for k, v in os.environ.items()
-                if k not in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "PULSE_SERVER", "XAUTHORITY")}
+                if k not in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "XAUTHORITY") and not k.startswith("PULSE_")}
         self.environment = kept | {
             "HOME": self.path("home"),
             "XDG_CONFIG_HOME": self.path("config"),
