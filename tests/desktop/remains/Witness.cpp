@@ -115,6 +115,10 @@ private:
             setDeviceFocus(m_client.xcb(), device, value);
         } else if (what == "locks") {
             setLockedModifiers(m_client.xcb(), device, static_cast<std::uint8_t>(value));
+        } else if (what == "latches") {
+            setLatchedModifiers(m_client.xcb(), device, static_cast<std::uint8_t>(value));
+        } else if (what == "middle-button") {
+            setMiddleButton(m_client.xcb(), device, static_cast<std::uint8_t>(value));
         } else if (what == "hot-keys") {
             setHotKeys(m_client.xcb(), device, value != 0 ? HotKeys::on : HotKeys::off);
         }

@@ -9,7 +9,7 @@ import unittest
 
 import fault_point as kinds
 from faults import Campaign, is_long, is_stopped, reach
-from stage import Stage, wait_until
+from stage import CORE_KEYBOARD, Stage, wait_until
 
 DEATHS = (
     ("killed", kinds.KILLED),
@@ -21,7 +21,8 @@ DEATHS = (
 )
 ONE_SECOND = 1.0
 # As the X server counts.
-SLAVE_KEYBOARD, CAPS_LOCKED = "4", 1 << 1
+SLAVE_POINTER, SLAVE_KEYBOARD = "3", "4"
+SHIFT_LATCHED, CAPS_LOCKED = 1 << 0, 1 << 1
 
 
 class Deaths(unittest.TestCase):
@@ -61,7 +62,8 @@ class KilledWithItsGuard(unittest.TestCase):
             stage.program.process.kill()
             stage.program.process.wait()
             left = " ".join(stage.what_is_left_after(1))
-            for expected in ("keymap with actions", "modifiers", "group", "focus of device", "_TAPALONG_SERVER_KEYS"):
+            for expected in ("keymap with actions", "modifiers", "group", "focus of device", "buttons of device",
+                             "_TAPALONG_SERVER_KEYS"):
                 self.assertIn(expected, left)
             for foreign in ("process", "keys do not reach", "windows", "enabled controls"):
                 self.assertNotIn(foreign, left)
@@ -112,25 +114,37 @@ class WhatWouldBeNoticed(unittest.TestCase):
                 self.stage.desktop.xdotool(*back.split())
                 self.assertEqual(self.stage.what_is_left_after(5), [])
 
-    def test_one_device_that_differs(self):
-        """Of those that are no matter of the keyboard that all programs share."""
-        for device in self.devices():
+    def test_one_keyboard_that_differs(self):
+        """By itself, which is no matter of the one that all programs share."""
+        for device in self.devices(SLAVE_KEYBOARD):
             state = self.stage.before
-            locks = int(state[f"modifiers of device {device}"].split()[3])
+            _, _, latches, locks = map(int, state[f"modifiers of device {device}"].split())
             for what, before, other, name in (
                     ("focus", int(state[f"focus of device {device}"]), 0, "focus"),
                     ("locks", locks, locks ^ CAPS_LOCKED, "modifiers"),
+                    ("latches", latches, latches ^ SHIFT_LATCHED, "modifiers"),
                     ("hot-keys", 1, 0, "enabled controls")):
-                with self.subTest(f"{what} of device {device}"):
-                    self.stage.witness.ask("change-device", what, device, other)
-                    self.assert_noticed(f"{name} of device {device}")
-                    self.stage.witness.ask("change-device", what, device, before)
-                    self.assertEqual(self.stage.what_is_left_after(5), [])
+                self.change_device(what, device, before, other, f"{name} of device {device} ")
 
-    def devices(self):
-        """The keyboards by themselves, the first of which the test's own keys come from."""
+    def test_one_mouse_that_differs(self):
+        for device in self.devices(SLAVE_POINTER):
+            middle = bytes.fromhex(self.stage.before[f"buttons of device {device}"])[1]
+            self.change_device("middle-button", device, middle, 0, f"buttons of device {device} ")
+
+    def test_a_latched_modifier_of_all_keyboards_together(self):
+        self.change_device("latches", CORE_KEYBOARD, 0, SHIFT_LATCHED, "modifiers changed")
+
+    def change_device(self, what, device, before, other, name):
+        with self.subTest(f"{what} of device {device}"):
+            self.stage.witness.ask("change-device", what, device, other)
+            self.assert_noticed(name)
+            self.stage.witness.ask("change-device", what, device, before)
+            self.assertEqual(self.stage.what_is_left_after(5), [])
+
+    def devices(self, kind):
+        """Those by themselves, the first of which the test's own input comes from."""
         devices = [name.split()[-1] for name, value in self.stage.before.items()
-                   if re.fullmatch(r"device \d+", name) and value.split()[0] == SLAVE_KEYBOARD]
+                   if re.fullmatch(r"device \d+", name) and value.split()[0] == kind]
         self.assertGreaterEqual(len(devices), 2)
         return devices
 
