@@ -9,7 +9,8 @@ import unittest
 
 import fault_point as kinds
 from faults import Campaign, is_long, is_stopped, reach
-from stage import CORE_KEYBOARD, Stage, wait_until
+from stage import CORE_KEYBOARD, UNLOCKED, Stage, wait_until
+from rig.figures import figure
 
 DEATHS = (
     ("killed", kinds.KILLED),
@@ -20,6 +21,10 @@ DEATHS = (
     ("out of memory", kinds.STARVED),
 )
 ONE_SECOND = 1.0
+# By what the desktop differs while the program rests in its settings window.
+AT_REST = ("process ", "windows, from the lowest ", "focus of device ", "_NET_ACTIVE_WINDOW ",
+           "_NET_CLIENT_LIST_STACKING ")
+REFUSED = "memory must be had"
 # As the X server counts.
 SLAVE_POINTER, SLAVE_KEYBOARD = "3", "4"
 SHIFT_LATCHED, CAPS_LOCKED = 1 << 0, 1 << 1
@@ -28,16 +33,20 @@ SHIFT_LATCHED, CAPS_LOCKED = 1 << 0, 1 << 1
 class Deaths(unittest.TestCase):
     def test_nothing_is_left_after_any_death(self):
         number = 300 if is_long() else 30
+        self.refused, self.rested = [], []  # several desktops add to them at a time
         campaign = Campaign(self.die)
         campaign.go("deaths", DEATHS, number)
+        figure(f"{len(self.refused)} for want of memory by the program's last words, {len(self.rested)} of them when it "
+               "was asked for another session: the last was over, and it rested")
         self.assertEqual(sum(campaign.done.values()), number)
         self.assertEqual(campaign.failures, [], "\n".join(campaign.failures))
         self.assertLessEqual(sum(campaign.missed.values()), number // 5)
 
-    @staticmethod
-    def die(stage, fault):
+    def die(self, stage, fault):
         fewer_steps = reach(stage, fault)
         process = stage.program.process
+        if fewer_steps is None and fault.kind == kinds.STARVED:
+            return fewer_steps, self.starve(stage)
         if fewer_steps is None and fault.kind != kinds.STOPPED:
             return fewer_steps, stage.what_is_left_after(ONE_SECOND, stage.point.reached_at)
         if fewer_steps is None:
@@ -46,6 +55,21 @@ class Deaths(unittest.TestCase):
         since = time.monotonic()
         process.kill()
         return fewer_steps, stage.what_is_left_after(ONE_SECOND, since)
+
+    def starve(self, stage):
+        """At the last steps of a session's end the program may come to rest before it needs any memory: nothing has
+        been refused then, and it is to have put everything back and to end when it needs some."""
+        left = stage.what_is_left_after(ONE_SECOND, stage.point.reached_at)
+        has_ended = UNLOCKED in stage.program.lines
+        if left and has_ended and stage.program.is_running() and all(each.startswith(AT_REST) for each in left):
+            self.rested.append(stage)
+            since = time.monotonic()
+            stage.ask_for_session()
+            left = stage.what_is_left_after(ONE_SECOND, since)
+        time.sleep(0.05)  # the thread that reads its last words is ours, and may be a little behind
+        if any(REFUSED in line for line in stage.program.errors):
+            self.refused.append(stage)
+        return left
 
 
 class KilledWithItsGuard(unittest.TestCase):
