@@ -15,6 +15,7 @@ constexpr std::uint16_t height = 700;
 constexpr std::uint16_t smallWidth = 300;
 constexpr std::uint16_t smallHeight = 80;
 constexpr std::uint16_t fromEdge = 20;
+constexpr std::size_t lengthOfSizeHints = 18;
 
 bool isUnmanaged(const std::string& kind) {
     return kind.starts_with("unmanaged");
@@ -22,14 +23,14 @@ bool isUnmanaged(const std::string& kind) {
 
 } // namespace
 
-ForeignWindow::ForeignWindow(const Server& server, std::string kind)
-    : m_server(server), m_kind(std::move(kind)), m_window(xcb_generate_id(server.xcb())) {
+ForeignWindow::ForeignWindow(const Server& server, std::string kind, std::uint32_t colour)
+    : m_server(server), m_kind(std::move(kind)), m_colour(colour), m_window(xcb_generate_id(server.xcb())) {
     const auto& screen = server.screen();
     const auto [x, y, itsWidth, itsHeight] = frame();
     constexpr std::uint32_t mask = XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
     constexpr std::uint32_t input = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
                                     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE;
-    const std::array values{colour, static_cast<std::uint32_t>(isUnmanaged(m_kind) ? 1 : 0), input};
+    const std::array values{m_colour, static_cast<std::uint32_t>(isUnmanaged(m_kind) ? 1 : 0), input};
     xcb_create_window(server.xcb(), XCB_COPY_FROM_PARENT, m_window, screen.root, x, y, itsWidth, itsHeight, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, mask, values.data());
     describe();
@@ -44,9 +45,12 @@ ForeignWindow::~ForeignWindow() {
 
 xcb_rectangle_t ForeignWindow::frame() const {
     const auto& screen = m_server.screen();
-    if (isSmall()) {
+    if (isSmall() || m_kind == "full-screen") {
         const auto bottom = static_cast<std::int16_t>(screen.height_in_pixels - smallHeight - fromEdge);
         return {.x = fromEdge, .y = bottom, .width = smallWidth, .height = smallHeight};
+    }
+    if (m_kind == "desktop") {
+        return {.x = 0, .y = 0, .width = screen.width_in_pixels, .height = screen.height_in_pixels};
     }
     if (m_kind == "dock") {
         return {.x = 0, .y = 0, .width = screen.width_in_pixels, .height = height};
@@ -76,9 +80,13 @@ ForeignWindow::Point ForeignWindow::spot() const {
 }
 
 void ForeignWindow::describe() const {
+    // A window that cannot be asked to close is closed by cutting its client's connection.
+    m_server.setProperty(m_window, m_server.atom("WM_PROTOCOLS"), XCB_ATOM_ATOM, {m_server.atom("WM_DELETE_WINDOW")});
     const auto type = m_server.atom("_NET_WM_WINDOW_TYPE");
     const auto state = m_server.atom("_NET_WM_STATE");
-    if (m_kind == "dialog") {
+    if (m_kind == "desktop") {
+        m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
+    } else if (m_kind == "dialog") {
         m_server.setProperty(m_window, type, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_WINDOW_TYPE_DIALOG")});
         m_server.setProperty(m_window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, {m_server.root()});
     } else if (m_kind.starts_with("notification")) {
@@ -89,6 +97,13 @@ void ForeignWindow::describe() const {
         m_server.setProperty(m_window, state, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_STATE_ABOVE")});
     } else if (m_kind == "full-screen") {
         m_server.setProperty(m_window, state, XCB_ATOM_ATOM, {m_server.atom("_NET_WM_STATE_FULLSCREEN")});
+        // Or some window managers put it into the middle when it is no longer full-screen.
+        const auto [x, y, itsWidth, itsHeight] = frame();
+        constexpr std::uint32_t placeAndSizeOfUser = 3;
+        std::vector<std::uint32_t> hints{placeAndSizeOfUser, static_cast<std::uint32_t>(x),
+                                         static_cast<std::uint32_t>(y), itsWidth, itsHeight};
+        hints.resize(lengthOfSizeHints);
+        m_server.setProperty(m_window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, hints);
     }
 }
 
@@ -114,7 +129,9 @@ ForeignWindow::Input ForeignWindow::takeInput() const {
     m_server.sync();
     while (const auto event = m_server.poll()) {
         const auto kind = kindOf(*event);
-        if (as<xcb_key_press_event_t>(*event).event == m_window) {
+        if (kind == XCB_CLIENT_MESSAGE && as<xcb_client_message_event_t>(*event).window == m_window) {
+            xcb_unmap_window(m_server.xcb(), m_window);
+        } else if (as<xcb_key_press_event_t>(*event).event == m_window) {
             input.keys += kind == XCB_KEY_PRESS || kind == XCB_KEY_RELEASE ? 1 : 0;
             input.clicks += kind == XCB_BUTTON_PRESS || kind == XCB_BUTTON_RELEASE ? 1 : 0;
         }

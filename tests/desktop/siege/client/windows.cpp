@@ -2,12 +2,16 @@
 //
 //   session               the session is the window that has the focus
 //   open MS KIND          open such a window for MS; keys, clicks and (for some kinds) its own insisting come meanwhile
-//   underlay              open an ordinary window that stays, for requests to bring to light
+//   alone MS KIND         the same where nothing is in its way: they come when it shows
+//   desktops              see to it that there are two and that the first is shown; answer how many there are
+//   underlay              open a desktop's own window, and an ordinary one that stays, for requests to bring to light
 //   request MS KIND       ask the window manager something about the session's window
+//   control MS KIND       ask it the same about a window like any other, that has opened above the underlay
 //
-// An answer is a line "shown-ms focus-ms keys clicks shown-at-end focus-at-end in-place". The first two are the longest
-// that the window was on the screen, or had the focus, without a break; the last says whether the session's window is
-// the top-most and covers the screen.
+// The other answers are a line "shown-ms focus-ms keys clicks shown-at-end focus-at-end in-place". The first two are the
+// longest that the window was on the screen, or had the focus, without a break; the last says whether the session's
+// window is the top-most and covers the screen. The window is the one opened, or the underlay; in a control the one
+// above it.
 
 #include "desktop/siege/client/ForeignWindow.h"
 #include "desktop/siege/client/Hands.h"
@@ -30,11 +34,18 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto betweenLooks = 1ms;
+constexpr auto untilShown = 3s; // guards against waiting for ever
+constexpr auto untilUndone = 200ms;
 constexpr auto betweenPokes = 100ms;
 constexpr int pokes = 5;
-constexpr std::string_view someKey = "38";    // typed into the session
-constexpr std::string_view deleteKey = "22";  // and taken back again
+constexpr std::string_view someKey = "38";   // typed into the session
+constexpr std::string_view deleteKey = "22"; // and taken back again
+constexpr std::uint32_t colour = 0xE0218A;   // which nothing else has
+constexpr std::uint32_t colourAbove = 0x21E08A;
+constexpr std::uint32_t colourOfDesktop = 0x8A21E0;
 constexpr auto moveAsideOfPanel = "m400,560"; // where such a window is and the exit panel is not
+
+enum class Poking : std::uint8_t { atOnce, whenShown };
 
 /// The longest time that something held, from looks at it.
 class Longest {
@@ -66,23 +77,46 @@ public:
         words >> command;
         if (command == "session") {
             m_session = m_server.focus();
+        } else if (command == "desktops") {
+            makeDesktops();
         } else if (command == "underlay") {
-            m_underlay = std::make_unique<ForeignWindow>(m_server, "ordinary");
+            m_backdrop = std::make_unique<ForeignWindow>(m_server, "desktop", colourOfDesktop);
+            m_underlay = std::make_unique<ForeignWindow>(m_server, "ordinary", colour);
             std::this_thread::sleep_for(500ms);
-        } else if (command == "open" || command == "request") {
+        } else {
             words >> time >> std::ws;
             std::string kind;
             std::getline(words, kind);
-            command == "open" ? open(kind, milliseconds(time)) : request(kind, milliseconds(time));
-        } else {
-            fatal("there is no such command");
+            watch(command, kind, milliseconds(time));
         }
         std::cout << "done" << std::endl;
     }
 
 private:
-    void open(const std::string& kind, milliseconds time) {
-        const ForeignWindow window(m_server, kind);
+    void watch(const std::string& command, const std::string& kind, milliseconds time) {
+        if (command == "open" || command == "alone") {
+            open(kind, time, command == "alone" ? Poking::whenShown : Poking::atOnce);
+        } else if (command == "request") {
+            request(kind, time);
+        } else if (command == "control") {
+            control(kind, time);
+        } else {
+            fatal("there is no such command");
+        }
+    }
+
+    void makeDesktops() {
+        m_server.request(m_server.root(), "_NET_NUMBER_OF_DESKTOPS", {2});
+        undo();
+        const auto count = m_server.property(m_server.root(), m_server.atom("_NET_NUMBER_OF_DESKTOPS"));
+        std::cout << (count.empty() ? 0 : count.front()) << '\n';
+    }
+
+    void open(const std::string& kind, milliseconds time, Poking poking) {
+        const ForeignWindow window(m_server, kind, colour);
+        if (poking == Poking::whenShown) {
+            waitUntilShown(window); // or what lies below gets the first of it, and opens a menu, say
+        }
         // A right click: a left one beside the exit panel dismisses the overlay.
         watch(window, time, [&](int poke) {
             window.insist();
@@ -95,7 +129,32 @@ private:
 
     void request(const std::string& kind, milliseconds time) {
         verify(m_underlay != nullptr, "there is a window for a request to bring to light");
-        watch(*m_underlay, time, [&](int) { ask(kind); });
+        watch(*m_underlay, time, [&](int) { ask(kind, m_session); });
+        undo();
+    }
+
+    void control(const std::string& kind, milliseconds time) {
+        verify(m_underlay != nullptr, "there is a window for a request to bring to light");
+        // What fills the screen is neither moved nor put below others.
+        const bool isOfOrdinary = kind == "move" || kind == "lower";
+        const ForeignWindow window(m_server, isOfOrdinary ? "ordinary" : "full-screen", colourAbove);
+        waitUntilShown(window);
+        watch(window, time, [&](int) { ask(kind, window.window()); });
+        undo();
+    }
+
+    void waitUntilShown(const ForeignWindow& window) const {
+        const auto end = Clock::now() + untilShown;
+        while (!isShown(window) && Clock::now() < end) {
+            std::this_thread::sleep_for(betweenLooks);
+        }
+    }
+
+    /// Goes back to the first desktop, and shows its windows.
+    void undo() {
+        m_server.request(m_server.root(), "_NET_SHOWING_DESKTOP", {0});
+        m_server.request(m_server.root(), "_NET_CURRENT_DESKTOP", {0, XCB_CURRENT_TIME});
+        std::this_thread::sleep_for(untilUndone);
     }
 
     template <class Poke> void watch(const ForeignWindow& window, milliseconds time, const Poke& poke) {
@@ -105,7 +164,7 @@ private:
         const auto began = Clock::now();
         int poked = 0;
         for (auto now = began; now < began + time; now = Clock::now()) {
-            shown.look(isShown(window.spot()), now);
+            shown.look(isShown(window), now);
             focused.look(window.hasFocus(), now);
             if (poked < pokes && now > began + poked * betweenPokes) {
                 poke(poked++);
@@ -128,28 +187,27 @@ private:
         }
     }
 
-    void ask(const std::string& kind) {
+    void ask(const std::string& kind, xcb_window_t window) {
         constexpr std::uint32_t fromPager = 2;
         constexpr std::uint32_t iconic = 3;
         constexpr std::uint32_t remove = 0;
         constexpr std::uint32_t xAndYAndSize = 0xF00;
         constexpr std::uint32_t below = 1;
         if (kind == "close") {
-            m_server.request(m_session, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, fromPager});
+            m_server.request(window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, fromPager});
         } else if (kind == "minimise") {
-            m_server.request(m_session, "WM_CHANGE_STATE", {iconic});
+            m_server.request(window, "WM_CHANGE_STATE", {iconic});
         } else if (kind == "un-fullscreen") {
-            m_server.request(m_session, "_NET_WM_STATE",
+            m_server.request(window, "_NET_WM_STATE",
                              {remove, m_server.atom("_NET_WM_STATE_FULLSCREEN"), 0, fromPager});
         } else if (kind == "move") {
-            m_server.request(m_session, "_NET_MOVERESIZE_WINDOW",
-                             {xAndYAndSize | fromPager << 12U, 300, 300, 200, 200});
+            m_server.request(window, "_NET_MOVERESIZE_WINDOW", {xAndYAndSize | fromPager << 12U, 300, 300, 200, 200});
         } else if (kind == "lower") {
-            m_server.request(m_session, "_NET_RESTACK_WINDOW", {fromPager, XCB_NONE, below});
+            m_server.request(window, "_NET_RESTACK_WINDOW", {fromPager, XCB_NONE, below});
         } else if (kind == "show-desktop") {
             m_server.request(m_server.root(), "_NET_SHOWING_DESKTOP", {1});
         } else if (kind == "switch-desktop") {
-            m_server.request(m_server.root(), "_NET_CURRENT_DESKTOP", {m_desktop ^= 1U, XCB_CURRENT_TIME});
+            m_server.request(m_server.root(), "_NET_CURRENT_DESKTOP", {1, XCB_CURRENT_TIME});
         } else {
             fatal("there is no such request");
         }
@@ -161,13 +219,14 @@ private:
         return token.str();
     }
 
-    [[nodiscard]] bool isShown(ForeignWindow::Point spot) const {
+    [[nodiscard]] bool isShown(const ForeignWindow& window) const {
+        const auto spot = window.spot();
         const auto request =
             xcb_get_image(m_server.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_server.root(), spot.x, spot.y, 1, 1, ~0U);
         const auto reply = own(xcb_get_image_reply(m_server.xcb(), request, nullptr));
         constexpr std::uint32_t withoutAlpha = 0xFFFFFF;
         return reply && (*reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(reply.get())) & withoutAlpha) ==
-                            ForeignWindow::colour;
+                            window.colour();
     }
 
     [[nodiscard]] bool isSessionInPlace() const {
@@ -197,7 +256,7 @@ private:
     Server m_server;
     Hands m_hands;
     xcb_window_t m_session = XCB_NONE;
-    std::uint32_t m_desktop = 0;
+    std::unique_ptr<ForeignWindow> m_backdrop; // without which some window managers have no desktop to show
     std::unique_ptr<ForeignWindow> m_underlay;
 };
 
