@@ -55,10 +55,10 @@ class Keyboard:
                 if keycode not in held:
                     yield self.chord(modifiers, keycode)
 
-    def every_click(self, size):
-        """Every button but left and right, the wheel among them, with every combination of modifiers; and drags."""
+    def every_click(self, size, combined_with):
+        """Every button, the wheel among them, with each of these combinations of modifiers; and drags."""
         width, height = size
-        for modifiers in combinations():
+        for modifiers in combined_with:
             down = [f"+{self.codes[name]}" for name in modifiers]
             up = [f"-{self.codes[name]}" for name in reversed(modifiers)]
             start, end = f"m{width // 2},{height // 2}", f"m{width // 2 + 90},{height // 2 + 60}"
@@ -69,11 +69,24 @@ class Keyboard:
                 yield (f"{prefix}drag with button {button}",
                        [start, *down, f"b+{button}", "~2", end, "~2", start, f"b-{button}", *up])
 
+    def hard_chords(self):
+        """Those of them whose keys the keyboard has."""
+        return [self.named(name) for name in HARD_CHORDS if name.split("+")[-1] in self.codes]
+
+    def shifts(self, count):
+        """A Shift tapped that often, as for sticky keys."""
+        return count * self.named("Shift_L")[1]
+
+    def shift_held(self, seconds):
+        """As for slow keys."""
+        code = self.codes["Shift_L"]
+        return [f"+{code}", f"~{seconds * 1000}", f"-{code}"]
+
     def sample(self, size, count):
         """The same `count` of all chords and clicks each time, the hard ones among them."""
-        hard = [self.named(name) for name in HARD_CHORDS if name.split("+")[-1] in self.codes]
+        hard = self.hard_chords()
         known = {name for name, _ in hard}
-        rest = [chord for chord in itertools.chain(self.every_chord(), self.every_click(size))
+        rest = [chord for chord in itertools.chain(self.every_chord(), self.every_click(size, combinations()))
                 if chord[0] not in known]
         return hard + random.Random(count).sample(rest, count - len(hard))
 

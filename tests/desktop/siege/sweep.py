@@ -26,6 +26,14 @@ class Sweep(Client):
         """From now on whatever happens outside the window that has the focus is an escape."""
         self.ask("guard")
 
+    def listen(self):
+        """A client that listens to each device is there too, from now on."""
+        self.ask("listen")
+
+    def hot_keys(self, position):
+        """Switches the server's accessibility hot keys "on" or "off"; what they have switched on goes with them."""
+        self.ask(f"hotkeys {position}")
+
     def open_plain_window(self):
         """Guards a full-screen window that grabs nothing."""
         self.ask("plain")

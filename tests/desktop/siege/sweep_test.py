@@ -8,12 +8,14 @@ sys.path[:0] = [HERE, os.path.join(HERE, ".."), os.path.join(HERE, "..", "cycle"
 
 from case import PASSWORD, DesktopCase  # noqa: E402  pylint: disable=wrong-import-position
 
-from chords import spaced  # noqa: E402  pylint: disable=wrong-import-position
+from chords import combinations, spaced  # noqa: E402  pylint: disable=wrong-import-position
 from managers import LONG, Composed, under_each  # noqa: E402  pylint: disable=wrong-import-position
 from sweep import Sweep  # noqa: E402  pylint: disable=wrong-import-position
+from windows import Windows  # noqa: E402  pylint: disable=wrong-import-position
 
 SAMPLE = 200
 DAEMONS = ("core", "slaves")
+FIVE_SHIFTS = "five Shifts"
 
 
 class Siege(Composed):
@@ -21,20 +23,39 @@ class Siege(Composed):
 
     def chords(self, keyboard):
         if not LONG:
-            return keyboard.sample(self.desktop.size, SAMPLE)
-        return [*keyboard.every_chord(), *keyboard.every_click(self.desktop.size)]
+            return [*keyboard.sample(self.desktop.size, SAMPLE), *keyboard.every_click(self.desktop.size, [()])]
+        return [*keyboard.every_chord(), *keyboard.every_click(self.desktop.size, combinations())]
+
+    def slow_chords(self, keyboard):
+        if not LONG:
+            return keyboard.sample(self.desktop.size, 60)[::10]
+        hard = keyboard.hard_chords()
+        return hard + keyboard.sample(self.desktop.size, 450)[len(hard)::10]
+
+    def tearDown(self):
+        super().tearDown()
+        with Sweep(self.desktop) as sweep:
+            sweep.hot_keys("off")
+
+    def play_hot_keys(self, sweep):
+        sweep.play(FIVE_SHIFTS, sweep.keyboard.shifts(5))
+        if LONG:
+            sweep.play("Shift_L held for nine seconds", sweep.keyboard.shift_held(9))
 
     def title(self, of):
         return f"{of}, {self.name()}"
 
     def test_nothing_gets_out_of_a_session(self):
         with Sweep(self.desktop, DAEMONS) as sweep:
+            sweep.hot_keys("on")
             program = self.start_session(kioskMode=True)
             self.desktop.settle()
             sweep.guard()
+            sweep.listen()
             for name, tokens in self.chords(sweep.keyboard):
                 sweep.play(name, tokens)
-            for name, tokens in sweep.keyboard.sample(self.desktop.size, 400 if LONG else 60)[::10]:
+            self.play_hot_keys(sweep)
+            for name, tokens in self.slow_chords(sweep.keyboard):
                 sweep.play(f"slowly {name}", spaced(tokens, 40))
             for seed in range(50 if LONG else 4):
                 sweep.play(f"mashing, seed {seed}", sweep.keyboard.mashing(100, seed=seed))
@@ -54,6 +75,7 @@ class Siege(Composed):
             program = self.start_session(kioskMode=True)
             self.open_overlay()
             sweep.guard()
+            sweep.listen()
             for name, tokens in sweep.keyboard.sample_of_keys(SAMPLE):
                 sweep.play(name, tokens)
             sweep.play("afterwards", [], watch_ms=500)
@@ -77,6 +99,21 @@ class Siege(Composed):
             self.assertGreater(len(sweep.escapes), 40)
             self.assertIn("Super_L", sweep.escapes)
             self.assertIn("Alt_L+Tab", sweep.escapes)
+
+    def test_a_window_that_grabs_nothing_leaves_the_servers_hot_keys_working(self):
+        with Sweep(self.desktop) as sweep:
+            sweep.hot_keys("on")
+            sweep.open_plain_window()
+            self.play_hot_keys(sweep)
+            self.assertIn("the keyboard's controls changed", sweep.escapes[FIVE_SHIFTS])
+
+    def test_an_unmanaged_window_that_grabs_nothing_leaves_keys_and_clicks_to_a_listener(self):
+        with Sweep(self.desktop) as sweep, Windows(self.desktop) as windows:
+            sweep.listen()
+            windows.ask("open 300 unmanaged")
+            heard = sweep.play("while it was open", [])
+            for what in ("key 38", "button 3"):
+                self.assertIn(f"a client listening to each device got {what}", heard)
 
 
 class WithoutLockdownMode(DesktopCase):

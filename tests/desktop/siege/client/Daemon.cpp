@@ -46,15 +46,11 @@ void Daemon::grabOnCore() {
 }
 
 void Daemon::grabOnSlaves() {
-    const auto request = xcb_input_xi_query_device(m_server.xcb(), XCB_INPUT_DEVICE_ALL);
-    const auto reply = own(xcb_input_xi_query_device_reply(m_server.xcb(), request, nullptr));
-    for (auto each = xcb_input_xi_query_device_infos_iterator(reply.get()); each.rem > 0;
-         xcb_input_xi_device_info_next(&each)) {
-        if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) {
-            grabKeysOf(each.data->deviceid);
-        } else if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_POINTER) {
-            grabButtonsOf(each.data->deviceid);
-        }
+    for (const auto keyboard : m_server.devices(XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD)) {
+        grabKeysOf(keyboard);
+    }
+    for (const auto pointer : m_server.devices(XCB_INPUT_DEVICE_TYPE_SLAVE_POINTER)) {
+        grabButtonsOf(pointer);
     }
 }
 

@@ -42,6 +42,19 @@ xcb_window_t Server::focus() const {
     return own(xcb_get_input_focus_reply(xcb(), xcb_get_input_focus(xcb()), nullptr))->focus;
 }
 
+std::vector<xcb_input_device_id_t> Server::devices(std::uint16_t type) const {
+    const auto request = xcb_input_xi_query_device(xcb(), XCB_INPUT_DEVICE_ALL);
+    const auto reply = own(xcb_input_xi_query_device_reply(xcb(), request, nullptr));
+    std::vector<xcb_input_device_id_t> found;
+    for (auto each = xcb_input_xi_query_device_infos_iterator(reply.get()); each.rem > 0;
+         xcb_input_xi_device_info_next(&each)) {
+        if (each.data->type == type) {
+            found.push_back(each.data->deviceid);
+        }
+    }
+    return found;
+}
+
 void Server::request(xcb_window_t window, const std::string& what, const std::vector<std::uint32_t>& data) const {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;

@@ -29,6 +29,9 @@ public:
                      const std::vector<std::uint32_t>& values) const;
     [[nodiscard]] xcb_window_t focus() const;
 
+    /// The numbers of all devices of one type: XCB_INPUT_DEVICE_TYPE_...
+    [[nodiscard]] std::vector<xcb_input_device_id_t> devices(std::uint16_t type) const;
+
     /// What a pager or a taskbar asks of the window manager.
     void request(xcb_window_t window, const std::string& what, const std::vector<std::uint32_t>& data) const;
 

@@ -1,6 +1,8 @@
 // Presses chords and says what came of each outside the window that has the keyboard. Commands, one a line:
 //
 //   daemon core|slaves    start a desktop daemon with shortcuts
+//   listen                start a client that listens to each device
+//   hotkeys on|off        switch the server's accessibility hot keys
 //   plain                 open a full-screen window that grabs nothing, and guard it
 //   guard                 guard the window that has the focus
 //   play MS TOKEN...      press (see Hands.h), "~MS" waiting in between; watch for MS more; answer what was seen
@@ -9,7 +11,9 @@
 // Each answer ends with a line "done".
 
 #include "desktop/siege/client/Daemon.h"
+#include "desktop/siege/client/DeviceListener.h"
 #include "desktop/siege/client/Hands.h"
+#include "desktop/siege/client/HotKeys.h"
 #include "desktop/siege/client/PlainWindow.h"
 #include "desktop/siege/client/Watcher.h"
 
@@ -39,6 +43,12 @@ public:
             std::string level;
             words >> level;
             m_daemons.push_back(std::make_unique<Daemon>(level == "core" ? GrabLevel::core : GrabLevel::slaves));
+        } else if (command == "listen") {
+            m_listener.emplace();
+        } else if (command == "hotkeys") {
+            std::string position;
+            words >> position;
+            (position == "on" ? switchHotKeysOn : switchHotKeysOff)(m_watcher.server());
         } else if (command == "plain") {
             m_plain = std::make_unique<PlainWindow>();
             restore();
@@ -89,6 +99,9 @@ private:
         for (const auto& each : m_daemons) {
             each->collect(sightings);
         }
+        if (m_listener) {
+            m_listener->collect(sightings);
+        }
         for (auto& each : sightings) {
             if (std::find(m_sightings.begin(), m_sightings.end(), each) == m_sightings.end()) {
                 m_sightings.push_back(std::move(each));
@@ -107,6 +120,7 @@ private:
     Hands m_hands;
     Watcher m_watcher;
     std::vector<std::unique_ptr<Daemon>> m_daemons;
+    std::optional<DeviceListener> m_listener;
     std::unique_ptr<PlainWindow> m_plain;
     std::vector<std::string> m_sightings;
 };
