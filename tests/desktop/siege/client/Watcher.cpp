@@ -19,6 +19,16 @@ constexpr std::uint32_t ofGuarded =
 constexpr std::array desktopProperties{"_NET_ACTIVE_WINDOW", "_NET_CURRENT_DESKTOP", "_NET_SHOWING_DESKTOP",
                                        "_NET_NUMBER_OF_DESKTOPS", "_NET_CLIENT_LIST"};
 
+// Mutter, when it first sees a lock on, sets as it likes it how the accessibility features behave once they are on. What
+// the server's own hot keys do comes of a key.
+bool isOfNoAccount(const xcb_xkb_controls_notify_event_t& change) {
+    constexpr std::uint32_t behaviour = XCB_XKB_BOOL_CTRL_MOUSE_KEYS_ACCEL | XCB_XKB_BOOL_CTRL_ACCESS_X_TIMEOUT_MASK |
+                                        XCB_XKB_BOOL_CTRL_ACCESS_X_FEEDBACK_MASK;
+    constexpr std::uint32_t theirOptions = XCB_XKB_BOOL_CTRL_ACCESS_X_KEYS;
+    return change.keycode == 0 && (change.enabledControlChanges & ~behaviour) == 0 &&
+           (change.changedControls & ~(behaviour | theirOptions | XCB_XKB_CONTROL_CONTROLS_ENABLED)) == 0;
+}
+
 } // namespace
 
 Watcher::Watcher() {
@@ -66,7 +76,7 @@ void Watcher::collect(std::vector<std::string>& sightings) {
 
 std::string Watcher::seen(const xcb_generic_event_t& event) {
     if (kindOf(event) == m_server.xkbEventBase()) {
-        return "the keyboard's controls changed";
+        return isOfNoAccount(as<xcb_xkb_controls_notify_event_t>(event)) ? "" : "the keyboard's controls changed";
     }
     switch (kindOf(event)) {
     case XCB_KEY_PRESS:
