@@ -47,6 +47,19 @@ TEST_F(X11WindowKeeperTest, WindowOnAnotherPartOfTheScreenGoesBelowToo) {
     ASSERT_TRUE(spinUntil([&] { return other.topWindow() == ours; }));
 }
 
+TEST_F(X11WindowKeeperTest, KeptWindowThatIsLoweredComesBackAlsoWhereNothingCoversIt) {
+    window.setGeometry(0, 0, 400, 400);
+    spinFor(50ms);
+    const X11WindowKeeper keeper(connection, window);
+    const auto apart = other.openWindow(800, 600, 50, 50);
+    ASSERT_TRUE(spinUntil([&] { return other.topWindow() == ours; }));
+    constexpr std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(other.xcb(), ours, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    other.sync();
+    EXPECT_EQ(other.topWindow(), apart);
+    ASSERT_TRUE(spinUntil([&] { return other.topWindow() == ours; }));
+}
+
 TEST_F(X11WindowKeeperTest, KeptWindowThatIsOnTopIsLeftAlone) {
     const X11WindowKeeper keeper(connection, window);
     spinFor(50ms);
