@@ -3,6 +3,7 @@
 #include "settings/SettingsFixture.test.h"
 
 #include <memory>
+#include <tuple>
 
 namespace tapalong {
 namespace {

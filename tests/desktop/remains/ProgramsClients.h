@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <sys/types.h>

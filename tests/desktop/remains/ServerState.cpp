@@ -10,6 +10,7 @@
 #undef explicit
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iomanip>
 #include <ostream>

@@ -4,6 +4,7 @@
 #include "base/Fatal.h"
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <thread>
 

@@ -10,6 +10,7 @@
 #include <linux/input-event-codes.h>
 #include <sys/wait.h>
 
+#include <array>
 #include <csignal>
 #include <filesystem>
 #include <stop_token>
