@@ -1,4 +1,4 @@
-#include "platform/linux/keyboard/KeyTranslatorTest.h"
+#include "platform/linux/keyboard/KeyTranslatorFixture.test.h"
 
 #include <linux/input-event-codes.h>
 
